@@ -1,0 +1,25 @@
+// The shared main of every test binary: an offscreen QApplication (unless a
+// platform was chosen), a pinned application font and no density overrides,
+// so that layouts measured in tests are the same on every machine.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QFont>
+
+#include <cstdlib>
+
+int main(int argc, char** argv)
+{
+    if (!std::getenv("QT_QPA_PLATFORM"))
+        setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    unsetenv("QT_FONT_DPI");
+    unsetenv("QT_SCALE_FACTOR");
+    unsetenv("QT_SCREEN_SCALE_FACTORS");
+    unsetenv("QT_AUTO_SCREEN_SCALE_FACTOR");
+    unsetenv("QT_ENABLE_HIGHDPI_SCALING");
+
+    ::testing::InitGoogleTest(&argc, argv);
+    QApplication app(argc, argv);
+    QApplication::setFont(QFont(QStringLiteral("Arial"), 9));
+    return RUN_ALL_TESTS();
+}
