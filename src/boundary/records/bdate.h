@@ -33,7 +33,7 @@ public:
         return a.m_year == b.m_year && a.m_month == b.m_month && a.m_day == b.m_day;
     }
     friend bool operator!=(const BDate& a, const BDate& b) { return !(a == b); }
-    friend bool operator<(const BDate& a, const BDate& b);
+    friend BRAVIK_RECORDS_EXPORT bool operator<(const BDate& a, const BDate& b);
 
 private:
     unsigned int m_year = 0;

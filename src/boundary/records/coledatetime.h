@@ -30,8 +30,8 @@ public:
     int GetMinute() const { return m_minute; }
     int GetSecond() const { return m_second; }
 
-    friend bool operator==(const COleDateTime& a, const COleDateTime& b);
-    friend bool operator<(const COleDateTime& a, const COleDateTime& b);
+    friend BRAVIK_RECORDS_EXPORT bool operator==(const COleDateTime& a, const COleDateTime& b);
+    friend BRAVIK_RECORDS_EXPORT bool operator<(const COleDateTime& a, const COleDateTime& b);
 
 private:
     int m_year = 0;

@@ -25,8 +25,9 @@ int Session::AuditAndLog(const AuditAndLogParams& params, const ACE_CString& com
 {
     if (m_auditSink)
         return m_auditSink(params, comment);
-    ACE_DEBUG((LM_DEBUG, "Session::AuditAndLog no audit sink, event %lu key %s\n", params.GetEventCode(),
-               params.GetKey().c_str()));
+    // ACE's %l is the line number, so the event code goes in as %u.
+    ACE_DEBUG((LM_DEBUG, "Session::AuditAndLog no audit sink, event %u key %s\n",
+               static_cast<unsigned>(params.GetEventCode()), params.GetKey().c_str()));
     return 0;
 }
 
