@@ -1,0 +1,64 @@
+#pragma once
+
+#include "archivedb.h"
+#include "bravik_archive_export.h"
+#include "journal.h"
+
+#include <optional>
+#include <string>
+
+// What every service of one open archive shares: the connection, the journal
+// and the session user whose rights the services check again.
+class BRAVIK_ARCHIVE_EXPORT ArchiveContext
+{
+public:
+    enum class Right { Create, Link, Merge };
+
+    struct Organization
+    {
+        std::string key, id, name;
+        bool enterprise = false, federated = false, acceptsDemographicsUpdate = true;
+        bool generatesMrn = false, generatesAcc = false;
+        std::string defaultCountry, defaultState, newExamStatus, mrnPrefix, accPrefix;
+    };
+
+    explicit ArchiveContext(ArchiveDb& db);
+
+    ArchiveDb& Db() { return m_db; }
+    Journal& Log() { return m_journal; }
+
+    const std::string& User() const { return m_user; }
+    void SetUser(const std::string& user) { m_user = user; }
+    // Whether the user exists in the archive.
+    bool UserKnown(const std::string& user);
+
+    // By key, or (for the operations that accept either) by ID, ignoring case.
+    std::optional<Organization> OrgByKey(const std::string& key);
+    std::optional<Organization> OrgByKeyOrId(const std::string& keyOrId);
+
+    bool HasRight(Right right, const std::string& orgKey);
+    bool HasRightById(Right right, const std::string& orgId);
+
+private:
+    ArchiveDb& m_db;
+    Journal m_journal;
+    std::string m_user;
+};
+
+// Input checks shared by the services: a refused text changes nothing.
+namespace FieldCheck {
+bool IsUtf8(const std::string& text);
+// Valid UTF-8 of at most maxBytes bytes, free of control characters other than tab, CR and LF.
+bool Text(const std::string& text, size_t maxBytes);
+// A non-empty key of sane length.
+bool Key(const std::string& key);
+constexpr size_t kName = 50;
+constexpr size_t kMrn = 64;
+constexpr size_t kAddress = 199;
+constexpr size_t kPhone = 30;
+constexpr size_t kCode = 16;
+constexpr size_t kIdentifier = 64;
+constexpr size_t kReason = 255;
+constexpr size_t kAccession = 20;
+constexpr size_t kComment = 2048;
+}

@@ -1,0 +1,185 @@
+#include "archivedb.h"
+
+#include "archiveerror.h"
+#include "schema.h"
+
+#include <SQLiteCpp/Exception.h>
+
+#include <chrono>
+#include <ctime>
+
+ArchiveDb::ArchiveDb(const std::string& path, Mode mode, int busyTimeoutMs)
+    : m_path(path)
+{
+    int flags = SQLite::OPEN_READWRITE;
+    if (mode == Mode::OpenOrCreate)
+        flags |= SQLite::OPEN_CREATE;
+    if (mode == Mode::ReadOnly)
+        flags = SQLite::OPEN_READONLY;
+    try {
+        m_db = std::make_unique<SQLite::Database>(path, flags, busyTimeoutMs);
+        Configure(mode);
+    } catch (const SQLite::Exception& e) {
+        ThrowServerFault("cannot open archive '" + path + "': " + e.what());
+    }
+}
+
+ArchiveDb::~ArchiveDb()
+{
+    // Statements must go before the connection they belong to.
+    m_cache.clear();
+}
+
+void ArchiveDb::Configure(Mode mode)
+{
+    // Reading the schema fails early with "file is not a database" for a
+    // file that is not SQLite at all.
+    m_db->exec("SELECT count(*) FROM sqlite_master");
+    m_db->exec("PRAGMA foreign_keys = ON");
+    if (mode == Mode::ReadOnly) {
+        const int version = SchemaVersion();
+        if (version > CurrentSchemaVersion())
+            ThrowServerFault("archive '" + m_path + "' has schema version " + std::to_string(version)
+                             + ", newer than this program's " + std::to_string(CurrentSchemaVersion()));
+        return;
+    }
+    m_db->exec("PRAGMA journal_mode = WAL");
+    m_db->exec("PRAGMA synchronous = NORMAL");
+    Migrate();
+}
+
+int ArchiveDb::SchemaVersion()
+{
+    return m_db->execAndGet("PRAGMA user_version").getInt();
+}
+
+int ArchiveDb::CurrentSchemaVersion()
+{
+    return Schema::Count();
+}
+
+void ArchiveDb::Migrate(int target)
+{
+    if (target < 0)
+        target = CurrentSchemaVersion();
+    const int version = SchemaVersion();
+    if (version > CurrentSchemaVersion())
+        ThrowServerFault("archive '" + m_path + "' has schema version " + std::to_string(version)
+                         + ", newer than this program's " + std::to_string(CurrentSchemaVersion()));
+    if (version >= target)
+        return;
+    GuardDb("schema migration", [&] {
+        WriteTransaction tx(*this);
+        // Another connection may have migrated while we waited for the lock.
+        for (int v = SchemaVersion() + 1; v <= target; ++v) {
+            m_db->exec(Schema::Step(v));
+            m_db->exec("PRAGMA user_version = " + std::to_string(v));
+        }
+        tx.Commit();
+    });
+}
+
+SQLite::Statement& ArchiveDb::Prepare(const std::string& sql)
+{
+    for (auto& [text, statement] : m_cache) {
+        if (text == sql) {
+            statement->reset();
+            statement->clearBindings();
+            return *statement;
+        }
+    }
+    m_cache.emplace_back(sql, std::make_unique<SQLite::Statement>(*m_db, sql));
+    return *m_cache.back().second;
+}
+
+void ArchiveDb::CountWrite()
+{
+    if (m_failAt <= 0)
+        return;
+    ++m_writeCount;
+    if (m_writeCount == m_failAt)
+        ThrowServerFault("injected fault at write statement " + std::to_string(m_writeCount));
+}
+
+int ArchiveDb::Write(SQLite::Statement& statement)
+{
+    CountWrite();
+    const int changed = statement.exec();
+    statement.reset();
+    return changed;
+}
+
+int ArchiveDb::Exec(const std::string& sql)
+{
+    CountWrite();
+    return m_db->exec(sql);
+}
+
+void ArchiveDb::FailAtWrite(int n)
+{
+    m_failAt = n;
+    m_writeCount = 0;
+}
+
+std::vector<std::string> ArchiveDb::TableNames()
+{
+    std::vector<std::string> names;
+    SQLite::Statement q(*m_db, "SELECT name FROM sqlite_master WHERE type = 'table' "
+                               "AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\' ORDER BY name");
+    while (q.executeStep())
+        names.push_back(q.getColumn(0).getString());
+    return names;
+}
+
+std::vector<std::pair<std::string, long long>> ArchiveDb::TableRowCounts()
+{
+    std::vector<std::pair<std::string, long long>> counts;
+    for (const auto& name : TableNames()) {
+        const long long n = m_db->execAndGet("SELECT count(*) FROM \"" + name + "\"").getInt64();
+        counts.emplace_back(name, n);
+    }
+    return counts;
+}
+
+std::string ArchiveDb::NowText()
+{
+    const auto now = std::chrono::system_clock::now();
+    const std::time_t t = std::chrono::system_clock::to_time_t(now);
+    std::tm tm{};
+    gmtime_r(&t, &tm);
+    char buf[32];
+    std::strftime(buf, sizeof buf, "%Y-%m-%dT%H:%M:%SZ", &tm);
+    return buf;
+}
+
+WriteTransaction::WriteTransaction(ArchiveDb& db)
+    : m_db(db)
+{
+    try {
+        m_db.Handle().exec("BEGIN IMMEDIATE");
+    } catch (const SQLite::Exception& e) {
+        ThrowServerFault(std::string("cannot start a write transaction: ") + e.what());
+    }
+    m_open = true;
+}
+
+WriteTransaction::~WriteTransaction()
+{
+    if (!m_open)
+        return;
+    try {
+        m_db.Handle().exec("ROLLBACK");
+    } catch (...) {
+        // A failed statement may already have rolled the transaction back.
+    }
+}
+
+void WriteTransaction::Commit()
+{
+    try {
+        m_db.Handle().exec("COMMIT");
+    } catch (const SQLite::Exception& e) {
+        ThrowServerFault(std::string("cannot commit: ") + e.what());
+    }
+    m_open = false;
+}

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "bravik_archive_export.h"
+
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Statement.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+// One connection to a site's archive file. Owns the SQLite handle, brings the
+// schema up to date on open, and is the only way services write: every write
+// statement goes through Write()/Exec() so that a test can make the Nth one fail
+// and watch the surrounding transaction leave every table as it was.
+class BRAVIK_ARCHIVE_EXPORT ArchiveDb
+{
+public:
+    enum class Mode { OpenOrCreate, OpenExisting, ReadOnly };
+
+    // Throws Framework::Server when the file cannot be opened, is not an
+    // archive, or carries a schema newer than this program knows.
+    explicit ArchiveDb(const std::string& path, Mode mode = Mode::OpenOrCreate, int busyTimeoutMs = 10000);
+    ~ArchiveDb();
+
+    ArchiveDb(const ArchiveDb&) = delete;
+    ArchiveDb& operator=(const ArchiveDb&) = delete;
+
+    SQLite::Database& Handle() { return *m_db; }
+    const std::string& Path() const { return m_path; }
+
+    // Statements are prepared once per connection and reused.
+    SQLite::Statement& Prepare(const std::string& sql);
+
+    // Runs one write statement (counted for fault injection). Returns the
+    // number of changed rows.
+    int Write(SQLite::Statement& statement);
+    // Runs one write SQL text (counted for fault injection).
+    int Exec(const std::string& sql);
+
+    int SchemaVersion();
+    static int CurrentSchemaVersion();
+    // Applies forward migrations up to `target` (default: current).
+    void Migrate(int target = -1);
+
+    // Test hook: the Nth write statement from now (1-based) throws instead of
+    // running. 0 disarms. Counting continues across transactions.
+    void FailAtWrite(int n);
+    int WritesSinceArmed() const { return m_writeCount; }
+
+    // Rows per user table, in name order (for the tool's stats).
+    std::vector<std::pair<std::string, long long>> TableRowCounts();
+    std::vector<std::string> TableNames();
+
+    // The ISO time used in audit and journal rows.
+    static std::string NowText();
+
+private:
+    void Configure(Mode mode);
+    void CountWrite();
+
+    std::string m_path;
+    std::unique_ptr<SQLite::Database> m_db;
+    std::vector<std::pair<std::string, std::unique_ptr<SQLite::Statement>>> m_cache;
+    int m_failAt = 0;
+    int m_writeCount = 0;
+};
+
+// BEGIN IMMEDIATE ... COMMIT, rolled back by the destructor unless committed:
+// taking the write lock up front means two connections never deadlock on an
+// upgrade, they wait for each other within the busy timeout.
+class BRAVIK_ARCHIVE_EXPORT WriteTransaction
+{
+public:
+    explicit WriteTransaction(ArchiveDb& db);
+    ~WriteTransaction();
+    WriteTransaction(const WriteTransaction&) = delete;
+    WriteTransaction& operator=(const WriteTransaction&) = delete;
+
+    void Commit();
+
+private:
+    ArchiveDb& m_db;
+    bool m_open = false;
+};
+
+// Turns any database exception thrown by `body` into the framework's server
+// exception, keeping the readable text.
+[[noreturn]] BRAVIK_ARCHIVE_EXPORT void ThrowServerFault(const std::string& what);
+
+template <typename F>
+auto GuardDb(const char* operation, F&& body) -> decltype(body())
+{
+    try {
+        return body();
+    } catch (const SQLite::Exception& e) {
+        ThrowServerFault(std::string(operation) + ": " + e.what());
+    }
+}

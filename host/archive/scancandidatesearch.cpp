@@ -1,0 +1,143 @@
+#include "scancandidatesearch.h"
+
+#include "archivedb.h"
+
+#include <SQLiteCpp/Statement.h>
+
+namespace {
+
+std::string Placeholders(size_t n)
+{
+    std::string s;
+    for (size_t i = 0; i < n; ++i)
+        s += i ? ", ?" : "?";
+    return s;
+}
+
+void Read(SQLite::Statement& q, int col, CandidatePatient& p)
+{
+    p.key = q.getColumn(col + 0).getString();
+    p.mrn = q.getColumn(col + 1).getString();
+    p.orgKey = q.getColumn(col + 2).getString();
+    p.orgId = q.getColumn(col + 3).getString();
+    p.sexCode = q.getColumn(col + 4).getString();
+    p.globalId = q.getColumn(col + 5).getString();
+    p.dob = q.getColumn(col + 6).getString();
+    p.lastName = q.getColumn(col + 7).getString();
+    p.firstName = q.getColumn(col + 8).getString();
+    p.middleName = q.getColumn(col + 9).getString();
+}
+
+} // namespace
+
+ScanCandidateSearch::ScanCandidateSearch(ArchiveDb& db)
+    : m_db(db)
+{
+}
+
+int ScanCandidateSearch::Find(const CandidateCriteria& c, std::vector<CandidatePair>& pairs, long long& total)
+{
+    total = 0;
+    if (c.reasonKind < 0 || (c.mergeOff && c.linkOff))
+        return 0;
+
+    std::vector<std::string> binds;
+    // The patient criteria: a pair qualifies when either of its two patients meets all of them.
+    std::string who;
+    auto add = [&](const std::string& condition) { who += (who.empty() ? "" : " AND ") + condition; };
+    if (!c.lastName.empty()) {
+        add("p.last_name LIKE ? ESCAPE '\\'");
+        binds.push_back(c.lastName);
+    }
+    if (!c.firstName.empty()) {
+        add("p.first_name LIKE ? ESCAPE '\\'");
+        binds.push_back(c.firstName);
+    }
+    if (!c.mrn.empty()) {
+        // A numeric site writes MRNs with or without leading zeros.
+        add(c.numericMrn ? "ltrim(p.mrn, '0') LIKE ltrim(?, '0') ESCAPE '\\'" : "p.mrn LIKE ? ESCAPE '\\'");
+        binds.push_back(c.mrn);
+    }
+    if (!c.globalIds.empty()) {
+        add("p.global_id IN (" + Placeholders(c.globalIds.size()) + ")");
+        binds.insert(binds.end(), c.globalIds.begin(), c.globalIds.end());
+    }
+    if (!c.sexCode.empty()) {
+        add("p.sex_code = ?");
+        binds.push_back(c.sexCode);
+    }
+    if (!c.dobBegin.empty()) {
+        add("p.dob <> '' AND p.dob >= ?");
+        binds.push_back(c.dobBegin);
+    }
+    if (!c.dobEnd.empty()) {
+        add("p.dob <> '' AND p.dob <= ?");
+        binds.push_back(c.dobEnd);
+    }
+
+    std::string sql =
+        "WITH pairs(ka, kb, why) AS ("
+        " SELECT a.patient_key, b.patient_key, 1 FROM patients a JOIN patients b"
+        "  ON b.global_id = a.global_id AND a.patient_key < b.patient_key WHERE a.global_id <> ''"
+        " UNION ALL"
+        " SELECT a.patient_key, b.patient_key, 2 FROM patients a JOIN patients b"
+        "  ON b.last_name = a.last_name COLLATE NOCASE AND b.first_name = a.first_name COLLATE NOCASE"
+        "  AND b.dob = a.dob AND a.patient_key < b.patient_key WHERE a.dob <> '' AND a.last_name <> ''"
+        "), best AS (SELECT ka, kb, min(why) AS why FROM pairs GROUP BY ka, kb)";
+    if (!who.empty())
+        sql += ", hits AS (SELECT p.patient_key FROM patients p WHERE " + who + ")";
+    sql += " SELECT best.why, a.org_key = b.org_key,"
+           " a.patient_key, a.mrn, a.org_key, oa.org_id, a.sex_code, a.global_id, a.dob, a.last_name, a.first_name, a.middle_name,"
+           " b.patient_key, b.mrn, b.org_key, ob.org_id, b.sex_code, b.global_id, b.dob, b.last_name, b.first_name,"
+           " b.middle_name"
+           " FROM best JOIN patients a ON a.patient_key = best.ka JOIN patients b ON b.patient_key = best.kb"
+           " JOIN organizations oa ON oa.org_key = a.org_key JOIN organizations ob ON ob.org_key = b.org_key"
+           " WHERE NOT EXISTS (SELECT 1 FROM ignored_pairs i WHERE i.key_a = best.ka AND i.key_b = best.kb)";
+    if (!who.empty())
+        sql += " AND (best.ka IN (SELECT patient_key FROM hits) OR best.kb IN (SELECT patient_key FROM hits))";
+    if (c.reasonKind > 0)
+        sql += " AND best.why = " + std::to_string(c.reasonKind);
+
+    std::string mergeHalf = "0";
+    if (!c.mergeOff) {
+        mergeHalf = "a.org_key = b.org_key";
+        if (!c.mergeOrgKeys.empty()) {
+            mergeHalf += " AND a.org_key IN (" + Placeholders(c.mergeOrgKeys.size()) + ")";
+            binds.insert(binds.end(), c.mergeOrgKeys.begin(), c.mergeOrgKeys.end());
+        }
+    }
+    std::string linkHalf = "0";
+    if (!c.linkOff) {
+        linkHalf = "a.org_key <> b.org_key AND (a.link_group IS NULL OR b.link_group IS NULL"
+                   " OR a.link_group <> b.link_group)";
+        if (!c.linkOrgKeys.empty()) {
+            const std::string ph = Placeholders(c.linkOrgKeys.size());
+            linkHalf += " AND (a.org_key IN (" + ph + ") OR b.org_key IN (" + ph + "))";
+            binds.insert(binds.end(), c.linkOrgKeys.begin(), c.linkOrgKeys.end());
+            binds.insert(binds.end(), c.linkOrgKeys.begin(), c.linkOrgKeys.end());
+        }
+    }
+    sql += " AND ((" + mergeHalf + ") OR (" + linkHalf + "))";
+    sql += " ORDER BY best.why, a.last_name COLLATE NOCASE, a.first_name COLLATE NOCASE, a.dob, best.ka, best.kb";
+
+    return GuardDb("candidate search", [&] {
+        SQLite::Statement q(m_db.Handle(), sql);
+        // Bindings follow the placeholders' order in the text: patient criteria
+        // first (inside `hits`), then the organization halves.
+        int index = 1;
+        for (const auto& value : binds)
+            q.bind(index++, value);
+        while (q.executeStep()) {
+            ++total;
+            if (c.rowLimit > 0 && static_cast<long long>(pairs.size()) >= c.rowLimit)
+                continue;
+            CandidatePair pair;
+            pair.reasonKind = q.getColumn(0).getInt();
+            pair.merge = q.getColumn(1).getInt() != 0;
+            Read(q, 2, pair.first);
+            Read(q, 12, pair.second);
+            pairs.push_back(std::move(pair));
+        }
+        return 0;
+    });
+}

@@ -1,0 +1,327 @@
+// The archive's schema, as a list of forward migrations. user_version holds
+// the number of migrations applied; a migration is never edited once shipped,
+// a change is a new step at the end.
+//
+// Conventions: keys are opaque text (GUID form); dates are "YYYYMMDD" and
+// date-times "YYYYMMDDHHMMSS", empty when unknown; flags are 0/1 integers.
+#include "schema.h"
+
+namespace {
+
+const char* const kV1 = R"SQL(
+CREATE TABLE organizations (
+  org_key TEXT PRIMARY KEY,
+  org_id TEXT NOT NULL UNIQUE COLLATE NOCASE,
+  name TEXT NOT NULL DEFAULT '',
+  is_enterprise INTEGER NOT NULL DEFAULT 0,
+  is_federated INTEGER NOT NULL DEFAULT 0,
+  accepts_demographics_update INTEGER NOT NULL DEFAULT 1,
+  generates_mrn INTEGER NOT NULL DEFAULT 1,
+  generates_acc INTEGER NOT NULL DEFAULT 1,
+  default_country TEXT NOT NULL DEFAULT '',
+  default_state TEXT NOT NULL DEFAULT '',
+  new_exam_status TEXT NOT NULL DEFAULT '',
+  mrn_prefix TEXT NOT NULL DEFAULT '',
+  acc_prefix TEXT NOT NULL DEFAULT '',
+  mrn_counter INTEGER NOT NULL DEFAULT 0,
+  acc_counter INTEGER NOT NULL DEFAULT 0
+);
+
+CREATE TABLE users (
+  user_name TEXT PRIMARY KEY COLLATE NOCASE,
+  full_name TEXT NOT NULL DEFAULT '',
+  is_default INTEGER NOT NULL DEFAULT 0
+);
+
+CREATE TABLE user_rights (
+  user_name TEXT NOT NULL REFERENCES users(user_name) ON DELETE CASCADE,
+  org_key TEXT NOT NULL REFERENCES organizations(org_key) ON DELETE CASCADE,
+  can_create INTEGER NOT NULL DEFAULT 0,
+  can_link INTEGER NOT NULL DEFAULT 0,
+  can_merge INTEGER NOT NULL DEFAULT 0,
+  PRIMARY KEY (user_name, org_key)
+);
+
+-- Site options, product switches and site policy: scope 'option', 'product', 'policy'.
+CREATE TABLE site_settings (
+  scope TEXT NOT NULL,
+  name TEXT NOT NULL,
+  value TEXT NOT NULL DEFAULT '',
+  PRIMARY KEY (scope, name)
+);
+
+CREATE TABLE preferences (
+  user_name TEXT NOT NULL,
+  name TEXT NOT NULL,
+  value TEXT NOT NULL DEFAULT '',
+  PRIMARY KEY (user_name, name)
+);
+
+-- One coded value. `parent_code` is the country of a state; `org_key` empty
+-- for site-wide values; `rank` orders priorities.
+CREATE TABLE dictionary (
+  topic INTEGER NOT NULL,
+  code TEXT NOT NULL,
+  description TEXT NOT NULL DEFAULT '',
+  parent_code TEXT NOT NULL DEFAULT '',
+  org_key TEXT NOT NULL DEFAULT '',
+  rank INTEGER NOT NULL DEFAULT 0,
+  sort_order INTEGER NOT NULL DEFAULT 0,
+  PRIMARY KEY (topic, parent_code, org_key, code)
+);
+
+CREATE TABLE link_groups (
+  group_key TEXT PRIMARY KEY,
+  created TEXT NOT NULL DEFAULT ''
+);
+
+CREATE TABLE patients (
+  patient_key TEXT PRIMARY KEY,
+  org_key TEXT NOT NULL REFERENCES organizations(org_key),
+  mrn TEXT NOT NULL,
+  last_name TEXT NOT NULL DEFAULT '',
+  first_name TEXT NOT NULL DEFAULT '',
+  middle_name TEXT NOT NULL DEFAULT '',
+  title TEXT NOT NULL DEFAULT '',
+  suffix TEXT NOT NULL DEFAULT '',
+  sex_code TEXT NOT NULL DEFAULT '',
+  gender_code TEXT NOT NULL DEFAULT '',
+  dob TEXT NOT NULL DEFAULT '',
+  dod TEXT NOT NULL DEFAULT '',
+  global_id TEXT NOT NULL DEFAULT '',
+  bsn TEXT NOT NULL DEFAULT '',
+  other_ids TEXT NOT NULL DEFAULT '',
+  vip_status_code TEXT NOT NULL DEFAULT '',
+  mothers_maiden_name TEXT NOT NULL DEFAULT '',
+  alias_first TEXT NOT NULL DEFAULT '',
+  alias_middle TEXT NOT NULL DEFAULT '',
+  alias_last TEXT NOT NULL DEFAULT '',
+  address_type TEXT NOT NULL DEFAULT '',
+  other_designation TEXT NOT NULL DEFAULT '',
+  address1 TEXT NOT NULL DEFAULT '',
+  address2 TEXT NOT NULL DEFAULT '',
+  county TEXT NOT NULL DEFAULT '',
+  city TEXT NOT NULL DEFAULT '',
+  state_code TEXT NOT NULL DEFAULT '',
+  postal_code TEXT NOT NULL DEFAULT '',
+  country_code TEXT NOT NULL DEFAULT '',
+  home_phone TEXT NOT NULL DEFAULT '',
+  work_phone TEXT NOT NULL DEFAULT '',
+  mobile_phone TEXT NOT NULL DEFAULT '',
+  email TEXT NOT NULL DEFAULT '',
+  comments TEXT NOT NULL DEFAULT '',
+  link_group TEXT REFERENCES link_groups(group_key),
+  created TEXT NOT NULL DEFAULT '',
+  modified TEXT NOT NULL DEFAULT '',
+  UNIQUE (org_key, mrn)
+);
+CREATE INDEX patients_by_group ON patients(link_group) WHERE link_group IS NOT NULL;
+-- A link group holds at most one record per organization.
+CREATE UNIQUE INDEX patients_one_per_org_in_group ON patients(link_group, org_key) WHERE link_group IS NOT NULL;
+
+CREATE TABLE providers (
+  provider_key TEXT PRIMARY KEY,
+  org_key TEXT NOT NULL DEFAULT '',
+  provider_id TEXT NOT NULL DEFAULT '',
+  provider_type INTEGER NOT NULL DEFAULT 0,
+  address_type TEXT NOT NULL DEFAULT '',
+  other_designation TEXT NOT NULL DEFAULT '',
+  county TEXT NOT NULL DEFAULT '',
+  last_name TEXT NOT NULL DEFAULT '',
+  first_name TEXT NOT NULL DEFAULT '',
+  middle_name TEXT NOT NULL DEFAULT '',
+  title TEXT NOT NULL DEFAULT '',
+  suffix TEXT NOT NULL DEFAULT '',
+  address1 TEXT NOT NULL DEFAULT '',
+  address2 TEXT NOT NULL DEFAULT '',
+  city TEXT NOT NULL DEFAULT '',
+  state_code TEXT NOT NULL DEFAULT '',
+  postal_code TEXT NOT NULL DEFAULT '',
+  country_code TEXT NOT NULL DEFAULT '',
+  phone TEXT NOT NULL DEFAULT '',
+  fax TEXT NOT NULL DEFAULT '',
+  email TEXT NOT NULL DEFAULT ''
+);
+
+CREATE TABLE exam_codes (
+  exam_code_key TEXT PRIMARY KEY,
+  org_key TEXT NOT NULL DEFAULT '',
+  code TEXT NOT NULL,
+  description TEXT NOT NULL DEFAULT '',
+  modality TEXT NOT NULL DEFAULT '',
+  body_part TEXT NOT NULL DEFAULT ''
+);
+
+CREATE TABLE exam_code_modifiers (
+  modifier_key TEXT PRIMARY KEY,
+  org_key TEXT NOT NULL DEFAULT '',
+  code TEXT NOT NULL,
+  description TEXT NOT NULL DEFAULT ''
+);
+
+CREATE TABLE locations (
+  location_key TEXT PRIMARY KEY,
+  org_key TEXT NOT NULL DEFAULT '',
+  location_id TEXT NOT NULL,
+  description TEXT NOT NULL DEFAULT '',
+  active INTEGER NOT NULL DEFAULT 1
+);
+
+CREATE TABLE performing_resources (
+  resource_key TEXT PRIMARY KEY,
+  org_key TEXT NOT NULL DEFAULT '',
+  resource_id TEXT NOT NULL,
+  description TEXT NOT NULL DEFAULT '',
+  modality TEXT NOT NULL DEFAULT ''
+);
+
+CREATE TABLE exams (
+  exam_key TEXT PRIMARY KEY,
+  patient_key TEXT NOT NULL REFERENCES patients(patient_key),
+  org_key TEXT NOT NULL REFERENCES organizations(org_key),
+  accession TEXT NOT NULL,
+  priority_code TEXT NOT NULL DEFAULT '',
+  status_code TEXT NOT NULL DEFAULT '',
+  scheduled_dt TEXT NOT NULL DEFAULT '',
+  performed_dt TEXT NOT NULL DEFAULT '',
+  exam_code TEXT NOT NULL DEFAULT '',
+  exam_code_key TEXT NOT NULL DEFAULT '',
+  modality TEXT NOT NULL DEFAULT '',
+  body_part TEXT NOT NULL DEFAULT '',
+  description TEXT NOT NULL DEFAULT '',
+  performing_resource_key TEXT NOT NULL DEFAULT '',
+  performing_resource_id TEXT NOT NULL DEFAULT '',
+  ordering_location_key TEXT NOT NULL DEFAULT '',
+  ordering_location_id TEXT NOT NULL DEFAULT '',
+  signs_symptoms TEXT NOT NULL DEFAULT '',
+  history TEXT NOT NULL DEFAULT '',
+  comments TEXT NOT NULL DEFAULT '',
+  marked_read INTEGER NOT NULL DEFAULT 0,
+  link_group TEXT,
+  created TEXT NOT NULL DEFAULT '',
+  modified TEXT NOT NULL DEFAULT '',
+  UNIQUE (org_key, accession)
+);
+CREATE INDEX exams_by_patient ON exams(patient_key);
+
+-- The exam's providers as the exam holds them (a copy, not a reference:
+-- the order keeps the names it was placed with).
+CREATE TABLE exam_providers (
+  exam_key TEXT NOT NULL REFERENCES exams(exam_key) ON DELETE CASCADE,
+  position INTEGER NOT NULL,
+  provider_key TEXT NOT NULL DEFAULT '',
+  provider_type INTEGER NOT NULL DEFAULT 0,
+  provider_id TEXT NOT NULL DEFAULT '',
+  org_key TEXT NOT NULL DEFAULT '',
+  dicom_name TEXT NOT NULL DEFAULT '',
+  work_phone TEXT NOT NULL DEFAULT '',
+  PRIMARY KEY (exam_key, position)
+);
+
+CREATE TABLE exam_modifiers (
+  exam_key TEXT NOT NULL REFERENCES exams(exam_key) ON DELETE CASCADE,
+  position INTEGER NOT NULL,
+  modifier_key TEXT NOT NULL DEFAULT '',
+  code TEXT NOT NULL DEFAULT '',
+  description TEXT NOT NULL DEFAULT '',
+  PRIMARY KEY (exam_key, position)
+);
+
+CREATE TABLE studies (
+  study_key TEXT PRIMARY KEY,
+  exam_key TEXT REFERENCES exams(exam_key),
+  patient_key TEXT NOT NULL REFERENCES patients(patient_key),
+  study_uid TEXT NOT NULL,
+  description TEXT NOT NULL DEFAULT '',
+  modality TEXT NOT NULL DEFAULT '',
+  study_dt TEXT NOT NULL DEFAULT '',
+  image_count INTEGER NOT NULL DEFAULT 0
+);
+CREATE INDEX studies_by_patient ON studies(patient_key);
+CREATE INDEX studies_by_exam ON studies(exam_key);
+
+-- A pair the user said is not a duplicate; stored with key_a < key_b.
+CREATE TABLE ignored_pairs (
+  key_a TEXT NOT NULL REFERENCES patients(patient_key) ON DELETE CASCADE,
+  key_b TEXT NOT NULL REFERENCES patients(patient_key) ON DELETE CASCADE,
+  user_name TEXT NOT NULL DEFAULT '',
+  created TEXT NOT NULL DEFAULT '',
+  PRIMARY KEY (key_a, key_b),
+  CHECK (key_a < key_b)
+);
+
+CREATE TABLE audit (
+  audit_id INTEGER PRIMARY KEY AUTOINCREMENT,
+  at TEXT NOT NULL,
+  user_name TEXT NOT NULL DEFAULT '',
+  record_key TEXT NOT NULL DEFAULT '',
+  event_code INTEGER NOT NULL,
+  comment TEXT NOT NULL DEFAULT ''
+);
+CREATE TRIGGER audit_no_update BEFORE UPDATE ON audit
+BEGIN SELECT RAISE(ABORT, 'audit rows are append-only'); END;
+CREATE TRIGGER audit_no_delete BEFORE DELETE ON audit
+BEGIN SELECT RAISE(ABORT, 'audit rows are append-only'); END;
+)SQL";
+
+// Destructive operations keep their reason and what they changed, and a
+// merged-away key stays known so it can be told apart from a key never seen.
+const char* const kV2 = R"SQL(
+CREATE TABLE journal (
+  journal_id INTEGER PRIMARY KEY AUTOINCREMENT,
+  at TEXT NOT NULL,
+  user_name TEXT NOT NULL DEFAULT '',
+  operation TEXT NOT NULL,
+  subject_key TEXT NOT NULL DEFAULT '',
+  other_key TEXT NOT NULL DEFAULT '',
+  reason TEXT NOT NULL DEFAULT ''
+);
+CREATE TABLE journal_images (
+  journal_id INTEGER NOT NULL REFERENCES journal(journal_id),
+  seq INTEGER NOT NULL,
+  table_name TEXT NOT NULL,
+  row_key TEXT NOT NULL,
+  before_json TEXT NOT NULL,
+  PRIMARY KEY (journal_id, seq)
+);
+CREATE TRIGGER journal_no_update BEFORE UPDATE ON journal
+BEGIN SELECT RAISE(ABORT, 'journal rows are append-only'); END;
+CREATE TRIGGER journal_no_delete BEFORE DELETE ON journal
+BEGIN SELECT RAISE(ABORT, 'journal rows are append-only'); END;
+CREATE TRIGGER journal_images_no_update BEFORE UPDATE ON journal_images
+BEGIN SELECT RAISE(ABORT, 'journal rows are append-only'); END;
+CREATE TRIGGER journal_images_no_delete BEFORE DELETE ON journal_images
+BEGIN SELECT RAISE(ABORT, 'journal rows are append-only'); END;
+
+CREATE TABLE merged_patients (
+  old_key TEXT PRIMARY KEY,
+  survivor_key TEXT NOT NULL,
+  journal_id INTEGER NOT NULL REFERENCES journal(journal_id)
+);
+
+ALTER TABLE exams ADD COLUMN cancelled INTEGER NOT NULL DEFAULT 0;
+)SQL";
+
+// Candidate search reads patients by identifier and by name and birth date.
+const char* const kV3 = R"SQL(
+CREATE INDEX patients_by_global_id ON patients(global_id) WHERE global_id <> '';
+CREATE INDEX patients_by_name_dob ON patients(last_name COLLATE NOCASE, first_name COLLATE NOCASE, dob);
+CREATE INDEX patients_by_mrn ON patients(mrn);
+CREATE INDEX ignored_pairs_by_b ON ignored_pairs(key_b);
+)SQL";
+
+const char* const kMigrations[] = {kV1, kV2, kV3};
+
+} // namespace
+
+int Schema::Count()
+{
+    return static_cast<int>(sizeof(kMigrations) / sizeof(kMigrations[0]));
+}
+
+const char* Schema::Step(int version)
+{
+    if (version < 1 || version > Count())
+        return nullptr;
+    return kMigrations[version - 1];
+}
