@@ -2,7 +2,10 @@
 
 #include "bravik_platform_export.h"
 
+// moc cannot parse the C++20 standard library headers; it never needs them.
+#ifndef Q_MOC_RUN
 #include <compare>
+#endif
 #include <cstdarg>
 #include <string>
 #include <string_view>
@@ -76,6 +79,10 @@ public:
 
     CString& MakeUpper();
     CString& MakeLower();
+
+    // Loads the text of id from the current module's string table
+    // (stringtable.h); FALSE and empty when the table has no such id.
+    int LoadString(unsigned int id);
 
     operator const char*() const { return m_s.c_str(); }
     const char* GetString() const { return m_s.c_str(); }

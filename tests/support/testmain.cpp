@@ -1,6 +1,11 @@
 // The shared main of every test binary: an offscreen QApplication (unless a
 // platform was chosen), a pinned application font and no density overrides,
-// so that layouts measured in tests are the same on every machine.
+// so that layouts measured in tests are the same on every machine. A scripted
+// user with no script is installed underneath every test, so a message box,
+// dialog or menu a test did not expect fails that test instead of waiting for
+// a real user.
+#include "scripteduser.h"
+
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -21,5 +26,10 @@ int main(int argc, char** argv)
     ::testing::InitGoogleTest(&argc, argv);
     QApplication app(argc, argv);
     QApplication::setFont(QFont(QStringLiteral("Arial"), 9));
-    return RUN_ALL_TESTS();
+    int result = 0;
+    {
+        ScriptedUser nobody;
+        result = RUN_ALL_TESTS();
+    }
+    return result;
 }

@@ -1,0 +1,25 @@
+#pragma once
+
+// Everything of the platform layer in one include.
+
+#include "cbutton.h"
+#include "ccombobox.h"
+#include "cdataexchange.h"
+#include "cdialog.h"
+#include "cedit.h"
+#include "clistbox.h"
+#include "cmenu.h"
+#include "crect.h"
+#include "cstatic.h"
+#include "cstring.h"
+#include "cwnd.h"
+#include "dialogtemplate.h"
+#include "drawtext.h"
+#include "messagebox.h"
+#include "modalrunner.h"
+#include "modulestate.h"
+#include "qtconvert.h"
+#include "screen.h"
+#include "stringtable.h"
+#include "windefs.h"
+#include "windowmessage.h"
