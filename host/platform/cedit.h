@@ -4,7 +4,7 @@
 // GetDlgItemAs<CEdit>(id) without knowing which it is: a single-line edit
 // holds a QLineEdit, a multi-line edit (ControlKind::MultiLineEdit) a
 // QPlainTextEdit. The inner editor fills the CEdit and takes its focus; reach
-// it through lineEdit() / textEdit() / editor() for anything Qt-specific.
+// it through lineEdit() / textEdit() / editor() for what only Qt offers.
 //
 // Texts are UTF-8 CStrings; line breaks are "\n" ("\r\n" given to
 // SetWindowText becomes "\n"). Positions (SetSel) count UTF-16 units, as Qt does.
