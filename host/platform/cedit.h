@@ -15,6 +15,7 @@
 
 #include "bravik_platform_export.h"
 #include "cstring.h"
+#include "controlstyles.h"
 #include "cwnd.h"
 #include "windefs.h"
 

@@ -7,6 +7,7 @@
 
 #include "bravik_platform_export.h"
 #include "cstring.h"
+#include "controlstyles.h"
 #include "cwnd.h"
 #include "windefs.h"
 

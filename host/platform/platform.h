@@ -9,6 +9,7 @@
 #include "cedit.h"
 #include "clistbox.h"
 #include "cmenu.h"
+#include "controlstyles.h"
 #include "crect.h"
 #include "cstatic.h"
 #include "cstring.h"
