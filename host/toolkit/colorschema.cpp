@@ -19,6 +19,8 @@ COLORREF ColorSchema::GetTextColorHeader() const { return RGB(0x15, 0x27, 0x40);
 
 COLORREF ColorSchema::GetListCtrlBkColor() const { return RGB(0xFF, 0xFF, 0xFF); }
 COLORREF ColorSchema::GetListViewDarkRowBkColor() const { return RGB(0xEF, 0xF3, 0xF7); }
+COLORREF ColorSchema::GetListViewLightRowBkColor() const { return RGB(0xFF, 0xFF, 0xFF); }
+COLORREF ColorSchema::GetSelectedTextColor() const { return RGB(0xFF, 0xFF, 0xFF); }
 COLORREF ColorSchema::GetListCtrlGridColor() const { return RGB(0xD9, 0xDF, 0xE6); }
 COLORREF ColorSchema::GetTextActiveSelectionBkColor() const { return RGB(0x3A, 0x6A, 0x9B); }
 COLORREF ColorSchema::GetTextActiveSelectionColor() const { return RGB(0xFF, 0xFF, 0xFF); }

@@ -37,6 +37,10 @@ public:
     // Lists.
     COLORREF GetListCtrlBkColor() const;
     COLORREF GetListViewDarkRowBkColor() const;
+    // The other rows of a striped list.
+    COLORREF GetListViewLightRowBkColor() const;
+    // Text of a selected row.
+    COLORREF GetSelectedTextColor() const;
     COLORREF GetListCtrlGridColor() const;
     COLORREF GetTextActiveSelectionBkColor() const;
     COLORREF GetTextActiveSelectionColor() const;
