@@ -77,6 +77,7 @@ TEST(CDialog, ModalScriptTypesAndPressesOk)
         d.Choose(IDC_KIND, QStringLiteral("MR"));
         d.ReplaceText(IDC_CITY, QStringLiteral("Genève"));
         d.Click(IDC_RADIO_B);
+        d.Screenshot("platform_sample_form");
         d.Click(IDOK);
     });
     FormDlg dlg;
