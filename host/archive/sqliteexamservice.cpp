@@ -276,12 +276,14 @@ int SqliteExamService::CreateExam(ExamDataSet* exam, ACE_CString& newExamKey)
             return ArchiveResult::Conflict;
         const std::string key = KeyGenerator::NewKey();
         const std::string now = ArchiveDb::NowText();
-        auto& st = db.Prepare(std::string("INSERT INTO exams(exam_key, patient_key, org_key, created, modified) VALUES (?, ?, ?, ?, ?)"));
+        auto& st = db.Prepare("INSERT INTO exams(exam_key, patient_key, org_key, accession, created, modified) "
+                              "VALUES (?, ?, ?, ?, ?, ?)");
         st.bind(1, key);
         st.bind(2, patientKey);
         st.bind(3, org->key);
-        st.bind(4, now);
+        st.bind(4, S(exam->GetAccessionNumber()));
         st.bind(5, now);
+        st.bind(6, now);
         db.Write(st);
         auto& fields = db.Prepare(std::string("UPDATE exams SET ") + kEditable + " WHERE exam_key = ?");
         const int next = BindEditable(fields, *exam, status, 1);

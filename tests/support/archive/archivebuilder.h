@@ -1,0 +1,75 @@
+#pragma once
+
+#include <string>
+
+class ArchiveDb;
+
+// Fills an archive row by row, straight into the tables (not through the
+// services), so a test states exactly the site it starts from.
+class ArchiveBuilder
+{
+public:
+    struct OrgFields
+    {
+        std::string id;
+        std::string name;
+        bool enterprise = false;
+        bool federated = false;
+        bool acceptsDemographicsUpdate = true;
+        bool generatesMrn = true;
+        bool generatesAcc = true;
+        std::string defaultCountry = "US";
+        std::string defaultState;
+        std::string newExamStatus;
+        std::string mrnPrefix;
+        std::string accPrefix;
+    };
+
+    struct PatientFields
+    {
+        std::string orgKey;
+        std::string mrn; // generated when empty
+        std::string last = "Doe";
+        std::string first = "John";
+        std::string middle;
+        std::string sex = "M";
+        std::string dob = "19700101";
+        std::string globalId;
+        std::string city;
+        std::string group; // link group key, empty: not linked
+    };
+
+    explicit ArchiveBuilder(ArchiveDb& db);
+
+    std::string Org(const OrgFields& fields);
+    std::string Org(const std::string& id) { return Org(OrgFields{id, id + " Hospital"}); }
+    void User(const std::string& name, bool isDefault = false);
+    void Grant(const std::string& user, const std::string& orgKey, bool create, bool link, bool merge);
+    void Setting(const std::string& scope, const std::string& name, const std::string& value);
+    void Preference(const std::string& user, const std::string& name, const std::string& value);
+    void Dictionary(int topic, const std::string& code, const std::string& description,
+                    const std::string& parent = std::string(), int rank = 0, const std::string& orgKey = std::string());
+
+    std::string Patient(const PatientFields& fields);
+    // Puts the patients into one link group (a new one unless `group` is given); returns its key.
+    std::string LinkGroup(const std::string& firstPatient, const std::string& secondPatient);
+    void AddToGroup(const std::string& group, const std::string& patient);
+    std::string Exam(const std::string& patientKey, const std::string& accession = std::string(),
+                     const std::string& status = "SC");
+    std::string Study(const std::string& examKey, const std::string& patientKey);
+    void Ignore(const std::string& firstPatient, const std::string& secondPatient);
+    std::string Provider(const std::string& id, const std::string& last, const std::string& first, int type = 4,
+                         const std::string& orgKey = std::string());
+    std::string ExamCode(const std::string& code, const std::string& description, const std::string& orgKey = std::string());
+    std::string Modifier(const std::string& code, const std::string& description);
+    std::string Location(const std::string& id, const std::string& description, bool active = true);
+    std::string Resource(const std::string& id, const std::string& description);
+
+    // The sex, country/state, status, priority and reason dictionaries most tests want.
+    void StandardDictionaries();
+
+private:
+    std::string NextKey(const char* prefix);
+    ArchiveDb& m_db;
+    int m_serial = 0;
+};
