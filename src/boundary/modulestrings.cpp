@@ -1,0 +1,97 @@
+#include "boundary/modulestrings.h"
+
+#include "boundary/resource.h"
+
+#include "stringtable.h"
+
+#include <QtGlobal>
+
+void AddModuleStrings(StringTable& table)
+{
+    // Texts are compared verbatim by users' scripts and by the host: keep
+    // every blank and punctuation mark as it stands.
+    table.Add({
+        // --- boundary
+        {IDS_OK, QT_TRANSLATE_NOOP("Bravik", "OK")},
+        {IDS_CANCEL, QT_TRANSLATE_NOOP("Bravik", "Cancel")},
+        {IDS_SELECTED_PATIENT_INFO, QT_TRANSLATE_NOOP("Bravik", "Selected Patient Information")},
+        {IDS_ACCESSION_PREFIX, QT_TRANSLATE_NOOP("Bravik", "Accession #: ")},
+        {IDS_MRN_PREFIX, QT_TRANSLATE_NOOP("Bravik", "MRN: ")},
+        {IDS_ERR_PATIENT_ACCESS,
+         QT_TRANSLATE_NOOP("Bravik", "Error accessing patient data: The patient data might have been deleted or merged.")},
+        {IDS_ERR_EXAM_ACCESS, QT_TRANSLATE_NOOP("Bravik", "Error accessing exam data: The exam data might have been deleted.")},
+        {IDS_UNLINK_PATIENT_CONFIRM,
+         QT_TRANSLATE_NOOP("Bravik", "Are you sure you want to remove the current link for the patient?")},
+
+        // --- duplicates
+        {IDS_DUP_COL_PATIENT_NAME, QT_TRANSLATE_NOOP("Bravik", "Patient Name")},
+        {IDS_DUP_COL_MRN, QT_TRANSLATE_NOOP("Bravik", "MRN")},
+        {IDS_DUP_COL_ORGANIZATION, QT_TRANSLATE_NOOP("Bravik", "Organization")},
+        {IDS_DUP_COL_TYPE, QT_TRANSLATE_NOOP("Bravik", "Type")},
+        {IDS_DUP_COL_REASON, QT_TRANSLATE_NOOP("Bravik", "Reason")},
+        {IDS_DUP_COL_DOB, QT_TRANSLATE_NOOP("Bravik", "DOB")},
+        {IDS_DUP_COL_SEX, QT_TRANSLATE_NOOP("Bravik", "Sex")},
+        {IDS_DUP_TYPE_MERGE, QT_TRANSLATE_NOOP("Bravik", "Merge")},
+        {IDS_DUP_TYPE_LINK, QT_TRANSLATE_NOOP("Bravik", "Link")},
+        {IDS_DUP_ERR_ORGANIZATION, QT_TRANSLATE_NOOP("Bravik", "Invalid parameter value for 'Organization' field.")},
+        {IDS_DUP_ERR_TYPE, QT_TRANSLATE_NOOP("Bravik", "Invalid parameter value for 'Type' field.")},
+        {IDS_DUP_ERR_REASON,
+         QT_TRANSLATE_NOOP("Bravik", "Invalid parameter / non-dictionary values for 'Reason' field.")},
+        {IDS_DUP_ERR_SEX, QT_TRANSLATE_NOOP("Bravik", "Invalid parameter / non-dictionary values for 'Sex' field.")},
+        {IDS_DUP_ERR_DOB, QT_TRANSLATE_NOOP("Bravik", "Invalid parameter values for 'DOB' range.")},
+        {IDS_DUP_INVALID_DATE,
+         QT_TRANSLATE_NOOP("Bravik", "You must specify a valid date. Check your entry to make sure it represents a "
+                                     "valid date (%s).")},
+        {IDS_DUP_SEARCH, QT_TRANSLATE_NOOP("Bravik", "search")},
+        {IDS_DUP_RESULTS, QT_TRANSLATE_NOOP("Bravik", "Results: %d of %d")},
+        {IDS_DUP_NARROW_SEARCH,
+         QT_TRANSLATE_NOOP("Bravik",
+                           "Additional results that match your criteria are available. Please narrow your search.")},
+        {IDS_DUP_NO_CANDIDATES,
+         QT_TRANSLATE_NOOP("Bravik", "No merge/link candidates found that match the current search criteria.")},
+        {IDS_DUP_MENU_MERGE, QT_TRANSLATE_NOOP("Bravik", "Merge Patients")},
+        {IDS_DUP_MENU_LINK, QT_TRANSLATE_NOOP("Bravik", "Link Patients")},
+        {IDS_DUP_MENU_IGNORE, QT_TRANSLATE_NOOP("Bravik", "Ignore Patients")},
+        {IDS_DUP_IGNORE_CONFIRM,
+         QT_TRANSLATE_NOOP("Bravik", "Are you sure you want to ignore the selected duplicate patient records?")},
+        // Two blanks before "Reason": the texts have always read so.
+        {IDS_DUP_ERR_IGNORE, QT_TRANSLATE_NOOP("Bravik", "Error ignoring duplicate patients.  Reason: %s")},
+        {IDS_DUP_ERR_LINK, QT_TRANSLATE_NOOP("Bravik", "Error linking patients.  Reason: %s")},
+        {IDS_DUP_ERR_MERGE, QT_TRANSLATE_NOOP("Bravik", "Error merging patients.  Reason: %s")},
+
+        // --- mergelink
+
+        // --- patient
+
+        // --- exam
+
+        // --- reasons
+        {IDS_REASON_EMPTY, QT_TRANSLATE_NOOP("Bravik", "Reason cannot be empty.")},
+        {IDS_DETACH_STUDY_CAPTION, QT_TRANSLATE_NOOP("Bravik", "Detach Study")},
+        {IDS_DETACH_BUTTON, QT_TRANSLATE_NOOP("Bravik", "Detach")},
+        {IDS_DETACH_CONFIRM,
+         QT_TRANSLATE_NOOP("Bravik", "Are you sure you want to detach this study? You cannot undo this operation.")},
+        {IDS_DETACH_ANNOTATION_WARNING,
+         QT_TRANSLATE_NOOP("Bravik", "Previous user actions (annotations, KIN etc.) performed on these images will be "
+                                     "lost. Do you want to continue?")},
+        {IDS_DELETE_EXAM_CAPTION, QT_TRANSLATE_NOOP("Bravik", "Delete Exam")},
+        {IDS_CANCEL_EXAM_CAPTION, QT_TRANSLATE_NOOP("Bravik", "Cancel Exam")},
+        {IDS_DELETE_BUTTON, QT_TRANSLATE_NOOP("Bravik", "Delete")},
+        {IDS_DELETE_EXAM_CONFIRM,
+         QT_TRANSLATE_NOOP("Bravik", "Are you sure you want to delete this exam? You cannot undo this operation.")},
+        {IDS_REASON_FOR_CANCELLATION, QT_TRANSLATE_NOOP("Bravik", "Reason for Cancellation")},
+        {IDS_REASON_FOR_DELETION, QT_TRANSLATE_NOOP("Bravik", "Reason for Deletion")},
+        {IDS_DELETE_PATIENT_CAPTION, QT_TRANSLATE_NOOP("Bravik", "Delete Patient")},
+        {IDS_DELETE_PATIENT_CONFIRM,
+         QT_TRANSLATE_NOOP("Bravik", "Are you sure you want to delete this patient? You cannot undo this operation.")},
+        // The missing blank after "archive." and the blank after the line
+        // break are how users have always seen this warning.
+        {IDS_PERMANENT_DELETE_CONFIRM,
+         QT_TRANSLATE_NOOP("Bravik", "Deletion of this patient will result in the permanent removal of all exams, "
+                                     "studies and associated patient records within the Radiology archive.You cannot "
+                                     "undo this operation.\n Are you sure you want to delete this patient?")},
+        {IDS_PREDEFINED_REASONS, QT_TRANSLATE_NOOP("Bravik", "Predefined Reason(s):")},
+        {IDS_DELETE_STUDIES, QT_TRANSLATE_NOOP("Bravik", "Delete Studies")},
+        {IDS_PERMANENT_DELETE, QT_TRANSLATE_NOOP("Bravik", "Permanent Delete")},
+    });
+}

@@ -1,0 +1,6 @@
+#include "boundary/moduletemplates.h"
+
+void AddModuleTemplates(ModuleState& state)
+{
+    AddReasonTemplates(state);
+}
