@@ -23,8 +23,8 @@ public:
     // (InstallServiceRegistry(nullptr)), which callers must tolerate.
     static ServiceRegistry* ServiceInstance();
 
-    // Writes one audit entry through the installed sink. Without a sink the
-    // entry is only logged (LM_DEBUG) and 0 is returned.
+    // Writes one audit entry through the installed sink and returns its
+    // result. Without a sink nothing is written and 0 is returned.
     int AuditAndLog(const AuditAndLogParams& params, const ACE_CString& comment);
     int AuditAndLog(const AuditAndLogParams& params, const char* comment);
 
