@@ -123,9 +123,10 @@ bool Archive::InstallIntoSession(const std::string& userName)
     SetUser(canonicalUser);
     m_previous = std::make_unique<Previous>();
     Session& session = Session::Instance();
+    // A host that took the registry away gets the session's own one back.
+    if (!Session::ServiceInstance())
+        session.InstallServiceRegistry(session.OwnRegistry());
     ServiceRegistry* registry = Session::ServiceInstance();
-    if (!registry)
-        registry = session.InstallServiceRegistry(session.OwnRegistry()), registry = Session::ServiceInstance();
     m_previous->patients = registry->SetPatientManagementService(m_patients.get());
     m_previous->exams = registry->SetExamService(m_exams.get());
     m_previous->dictionaries = registry->SetDictionaryService(m_dictionaries.get());

@@ -519,6 +519,9 @@ int SqlitePatientService::MergePatients(const ACE_CString& sourcePatientKey, Pat
             const std::string from = S(info->GetSourcePatientKey()), to = S(info->GetTargetPatientKey());
             if (from.empty() && to.empty())
                 continue;
+            // The dialog may list the two patients themselves as their organization's pair.
+            if (from == source.key && to == survivor.key)
+                continue;
             Row f, t;
             if (const int rc = Find(from, f))
                 return rc;

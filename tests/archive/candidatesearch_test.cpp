@@ -223,7 +223,7 @@ TEST_F(CandidateSearchTest, ReasonTextsComeFromTheDictionary)
 TEST_F(CandidateSearchTest, BadInputGivesAnEmptyResultAndChangesNothing)
 {
     const auto before = Snapshot();
-    for (const std::string last : {std::string("*"), std::string("O'Brien"), std::string("\"; DROP TABLE patients; --"),
+    for (const std::string& last : {std::string("*"), std::string("O'Brien"), std::string("\"; DROP TABLE patients; --"),
                                    std::string("_"), std::string("\xff\xfe\xfd"), std::string(10000, 'x'),
                                    std::string("Smith\\%")}) {
         MergeLinkCandidatesQueryDataSet q;

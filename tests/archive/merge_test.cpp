@@ -99,10 +99,11 @@ TEST_F(MergeTest, LinkedRecordsArePairedAsChosenAndTheGroupsJoin)
     Build().AddToGroup(gt, tf);
     Build().Study(Build().Exam(s2), s2);
 
+    LinkedPatientInfo northPair(s.c_str(), t.c_str()); // the two patients themselves
     LinkedPatientInfo southPair(s2.c_str(), t2.c_str());
     LinkedPatientInfo nothing; // an organization where only one side had a record
     PatientDetailRecord survivor = Load(t);
-    ASSERT_EQ(Svc().MergePatients(s.c_str(), &survivor, "Duplicate", {&southPair, &nothing}), 0);
+    ASSERT_EQ(Svc().MergePatients(s.c_str(), &survivor, "Duplicate", {&northPair, &southPair, &nothing}), 0);
 
     EXPECT_EQ(References(s), 0);
     EXPECT_EQ(References(s2), 0);
@@ -171,6 +172,7 @@ TEST_F(MergeTest, InvalidMergeRequestsChangeNothing)
     LinkedPatientInfo chainA(s2.c_str(), t2.c_str());
     LinkedPatientInfo chainB(t2.c_str(), s2.c_str());
     LinkedPatientInfo sameGroup(s2.c_str(), s.c_str());
+    LinkedPatientInfo backwards(t.c_str(), s.c_str());
 
     struct Case { const char* what; std::string source; PatientDetailRecord target; std::string reason;
                   std::vector<LinkedPatientInfo*> linked; };
@@ -198,6 +200,7 @@ TEST_F(MergeTest, InvalidMergeRequestsChangeNothing)
         {"a cycle of pairings", s, good, "", {&chainA, &chainB}},
         {"the same record merged twice", s, good, "", {&pair, &pair}},
         {"pairing within one group", s, good, "", {&sameGroup}},
+        {"the two patients paired the other way round", s, good, "", {&backwards}},
         {"no pairing where both groups hold SOUTH", s, good, "", {}},
         {"MRN taken by a third patient", s,
          with([&](auto& r) { r.SetPatientID(Text("SELECT mrn FROM patients WHERE patient_key = '" + third + "'").c_str()); }),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 class ArchiveDb;
 
@@ -11,6 +12,10 @@ class ArchiveBuilder
 public:
     struct OrgFields
     {
+        OrgFields(std::string orgId, std::string orgName, bool isEnterprise = false)
+            : id(std::move(orgId)), name(std::move(orgName)), enterprise(isEnterprise)
+        {
+        }
         std::string id;
         std::string name;
         bool enterprise = false;
