@@ -115,6 +115,10 @@ public:
     void SetWindowText(const CString& caption);
     void GetWindowText(CString& caption) const;
     CString GetWindowText() const;
+    // Any window's text, callable unqualified from a dialog's own code.
+    static void SetWindowText(CWnd* w, const CString& text) { ::SetWindowText(w, text); }
+    static void GetWindowText(const CWnd* w, CString& text) { ::GetWindowText(w, text); }
+    static CString GetWindowText(const CWnd* w) { return ::GetWindowText(w); }
     void MapDialogRect(CRect& rect) const;
     const DialogUnits& Units() const { return m_units; }
     const DialogTemplate& Template() const { return m_template; }

@@ -70,6 +70,18 @@ public:
     int GetDlgCtrlID() const { return ::GetDlgCtrlID(cself()); }
     CWnd* GetParent() const { return cself()->parentWidget(); }
 
+    // The free functions stay callable unqualified from member code
+    // (EnableWindow(GetDlgItem(IDC_X), FALSE)) despite the members' names.
+    static BOOL EnableWindow(CWnd* w, BOOL enable = TRUE) { return ::EnableWindow(w, enable); }
+    static BOOL ShowWindow(CWnd* w, int cmdShow) { return ::ShowWindow(w, cmdShow); }
+    static BOOL IsWindowVisible(const CWnd* w) { return ::IsWindowVisible(w); }
+    static BOOL IsWindowEnabled(const CWnd* w) { return ::IsWindowEnabled(w); }
+    static void SetFocus(CWnd* w) { ::SetFocus(w); }
+    static void MoveWindow(CWnd* w, const CRect& r, BOOL repaint = TRUE) { ::MoveWindow(w, r, repaint); }
+    static void GetClientRect(const CWnd* w, CRect& r) { ::GetClientRect(w, r); }
+    static void GetWindowRect(const CWnd* w, CRect& r) { ::GetWindowRect(w, r); }
+    static int GetDlgCtrlID(const CWnd* w) { return ::GetDlgCtrlID(w); }
+
 private:
     QWidget* self() { return static_cast<Self*>(this); }
     const QWidget* cself() const { return static_cast<const Self*>(this); }

@@ -398,3 +398,33 @@ TEST(CDialog, TemplateByIdComesFromTheCurrentModule)
 {
     EXPECT_THROW(CDialog(9999), std::logic_error);
 }
+
+namespace {
+
+// Dialog code calls the window functions unqualified, as it always has.
+class WindowCallsDlg : public CDialog
+{
+public:
+    WindowCallsDlg() : CDialog(ReasonPanelTemplate()) {}
+    BOOL OnInitDialog() override
+    {
+        CDialog::OnInitDialog();
+        SetWindowText("Cancel Exam");
+        SetWindowText(GetDlgItem(IDC_NOTE), "Reason for Cancellation");
+        ShowWindow(GetDlgItem(IDC_DELETE_STUDIES), SW_HIDE);
+        EnableWindow(GetDlgItem(IDOK), FALSE);
+        return TRUE;
+    }
+};
+
+} // namespace
+
+TEST(CDialog, WindowFunctionsFromDialogCode)
+{
+    WindowCallsDlg dlg;
+    dlg.EnsureInitDialog();
+    EXPECT_STREQ("Cancel Exam", dlg.GetWindowText());
+    EXPECT_STREQ("Reason for Cancellation", CDialog::GetWindowText(dlg.GetDlgItem(IDC_NOTE)));
+    EXPECT_TRUE(IsWindowHidden(dlg.GetDlgItem(IDC_DELETE_STUDIES)));
+    EXPECT_FALSE(IsWindowEnabled(dlg.GetDlgItem(IDOK)));
+}

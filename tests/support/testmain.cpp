@@ -13,6 +13,22 @@
 
 #include <cstdlib>
 
+namespace {
+
+QtMessageHandler g_defaultHandler = nullptr;
+
+// The offscreen platform warns about window hints it cannot honour; that is
+// noise in every test's output, not a finding.
+void filterQtMessages(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    if (message.contains(QLatin1String("does not support propagateSizeHints")))
+        return;
+    if (g_defaultHandler)
+        g_defaultHandler(type, context, message);
+}
+
+} // namespace
+
 int main(int argc, char** argv)
 {
     if (!std::getenv("QT_QPA_PLATFORM"))
@@ -23,6 +39,7 @@ int main(int argc, char** argv)
     unsetenv("QT_AUTO_SCREEN_SCALE_FACTOR");
     unsetenv("QT_ENABLE_HIGHDPI_SCALING");
 
+    g_defaultHandler = qInstallMessageHandler(filterQtMessages);
     ::testing::InitGoogleTest(&argc, argv);
     QApplication app(argc, argv);
     QApplication::setFont(QFont(QStringLiteral("Arial"), 9));
