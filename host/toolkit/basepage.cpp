@@ -4,7 +4,9 @@
 #include "drawmaster.h"
 
 #include <QPainter>
+#include <QHideEvent>
 #include <QResizeEvent>
+#include <QShowEvent>
 
 BasePage::BasePage() { setFont(DrawMaster::GetNormalFont()); }
 
@@ -37,4 +39,21 @@ void BasePage::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
     OnSize(SIZE_RESTORED, event->size().width(), event->size().height());
+}
+
+void BasePage::OnShowWindow(BOOL, UINT) {}
+
+void BasePage::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    // A window coming back from the task bar is no new showing of the page.
+    if (!event->spontaneous())
+        OnShowWindow(TRUE, 0);
+}
+
+void BasePage::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    if (!event->spontaneous())
+        OnShowWindow(FALSE, 0);
 }

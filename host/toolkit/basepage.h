@@ -33,6 +33,10 @@ public:
     virtual BOOL OnSetActive();
     virtual BOOL OnKillActive();
 
+    // The page was shown (show TRUE) or hidden; status is 0 when the page
+    // itself was shown or hidden rather than its window.
+    virtual void OnShowWindow(BOOL show, UINT status);
+
     // The size the last OnSize reported.
     CSize GetLastSize() const { return m_lastSize; }
 
@@ -41,6 +45,8 @@ protected:
 
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
     bool m_created = false;

@@ -98,7 +98,13 @@ public:
     // --- colours
     void SetBkColor(COLORREF color);
     COLORREF GetBkColor() const { return m_bkColor; }
-    void SetTextBkColor(COLORREF color) { m_textBkColor = color; viewport()->update(); }
+    // redraw false while drawing (a colour hook sets it per row).
+    void SetTextBkColor(COLORREF color, bool redraw = true)
+    {
+        m_textBkColor = color;
+        if (redraw)
+            viewport()->update();
+    }
     COLORREF GetTextBkColor() const { return m_textBkColor; }
     void SetTextColor(COLORREF color) { m_textColor = color; viewport()->update(); }
     COLORREF GetTextColor() const { return m_textColor; }

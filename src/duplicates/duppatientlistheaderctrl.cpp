@@ -1,0 +1,6 @@
+#include "duplicates/duppatientlistheaderctrl.h"
+
+DupPatientListHeaderCtrl::DupPatientListHeaderCtrl(QWidget* parent) : SearchHeaderCtrl(parent)
+{
+    setObjectName(QStringLiteral("DupPatientListHeaderCtrl"));
+}

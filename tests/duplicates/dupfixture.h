@@ -1,0 +1,75 @@
+#pragma once
+
+// An archive installed into the session for its default user, with the
+// scripted user and log capture every worklist test wants, and builders for
+// candidate pairs.
+
+#include <archivefixture.h>
+
+#include "logcapture.h"
+#include "scripteduser.h"
+
+#include "localefunctions.h"
+#include "sitepolicy.h"
+
+#include <QTest>
+#include <QWidget>
+
+#include <memory>
+
+class DupFixture : public ArchiveFixture
+{
+protected:
+    void SetUp() override
+    {
+        ArchiveFixture::SetUp();
+        ASSERT_TRUE(Arc().InstallIntoSession("admin"));
+        user = std::make_unique<ScriptedUser>();
+        log = std::make_unique<LogCapture>();
+    }
+    void TearDown() override
+    {
+        log.reset();
+        if (user)
+            user->VerifyAllConsumed();
+        user.reset();
+        Arc().Uninstall();
+        ArchiveFixture::TearDown();
+    }
+
+    std::string P(const std::string& org, const std::string& mrn, const std::string& last, const std::string& first,
+                  const std::string& sex, const std::string& dob, const std::string& gid)
+    {
+        ArchiveBuilder::PatientFields s;
+        s.orgKey = org;
+        s.mrn = mrn;
+        s.last = last;
+        s.first = first;
+        s.sex = sex;
+        s.dob = dob;
+        s.globalId = gid;
+        return Build().Patient(s);
+    }
+
+    // n pairs of patients in NORTH sharing an identifier each.
+    void ManyPairs(int n)
+    {
+        for (int i = 0; i < n; ++i) {
+            const std::string gid = std::to_string(500000000 + i);
+            P(m_north, "M" + std::to_string(2 * i), "Pair" + std::to_string(i), "A", "M", "19600101", gid);
+            P(m_north, "M" + std::to_string(2 * i + 1), "Pair" + std::to_string(i), "B", "M", "19600101", gid);
+        }
+    }
+
+    // Log lines of one priority as (file, line, text).
+    std::vector<std::tuple<std::string, int, std::string>> LogLines(ACE_Log_Priority type) const
+    {
+        std::vector<std::tuple<std::string, int, std::string>> out;
+        for (const LogLine& l : log->Lines(type))
+            out.emplace_back(l.file, l.line, l.text);
+        return out;
+    }
+
+    std::unique_ptr<ScriptedUser> user;
+    std::unique_ptr<LogCapture> log;
+};
