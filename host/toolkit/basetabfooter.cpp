@@ -37,8 +37,7 @@ BOOL BaseTabFooter::CreateButtons()
 
 void BaseTabFooter::RouteCommands(XPButton& button)
 {
-    connect(&button, &XPButton::command, this, [this](int id) { OnCommand(static_cast<UINT>(id)); },
-            Qt::UniqueConnection);
+    connect(&button, &XPButton::command, this, &BaseTabFooter::onButtonCommand, Qt::UniqueConnection);
 }
 
 void BaseTabFooter::OnCommand(UINT id) { emit command(static_cast<int>(id)); }

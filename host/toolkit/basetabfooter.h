@@ -60,6 +60,8 @@ protected:
     XPButton m_btnOK;
 
 private:
+    void onButtonCommand(int id) { OnCommand(static_cast<UINT>(id)); }
+
     bool m_created = false;
     int m_height = DEFAULT_HEIGHT;
 };

@@ -5,6 +5,7 @@
 #include "colorschema.h"
 #include "drawmaster.h"
 
+#include <QCoreApplication>
 #include <QPainter>
 #include <QResizeEvent>
 
@@ -80,11 +81,23 @@ void HFDlg::RecalcLayout()
         return;
     const int w = width();
     if (m_header)
-        m_header->setGeometry(0, 0, w, GetHeaderHeight());
+        PlaceWindow(m_header, QRect(0, 0, w, GetHeaderHeight()));
     if (m_footer)
-        m_footer->setGeometry(0, std::max(GetHeaderHeight(), height() - GetFooterHeight()), w, GetFooterHeight());
+        PlaceWindow(m_footer, QRect(0, std::max(GetHeaderHeight(), height() - GetFooterHeight()), w, GetFooterHeight()));
     if (m_body)
-        m_body->setGeometry(GetBodyRect().toQRect());
+        PlaceWindow(m_body, GetBodyRect().toQRect());
+}
+
+void HFDlg::PlaceWindow(QWidget* w, const QRect& r)
+{
+    if (!w)
+        return;
+    const QSize old = w->size();
+    w->setGeometry(r);
+    if (!w->isVisible() && old != r.size()) {
+        QResizeEvent e(r.size(), old);
+        QCoreApplication::sendEvent(w, &e);
+    }
 }
 
 void HFDlg::paintEvent(QPaintEvent*)

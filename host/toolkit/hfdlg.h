@@ -52,6 +52,11 @@ public:
 
     virtual void RecalcLayout();
 
+    // Moves w to r and, when w is not on screen yet, lets it lay itself out
+    // at once: a hidden window learns its new size now, as it would from the
+    // window system, not only when it is first shown.
+    static void PlaceWindow(QWidget* w, const QRect& r);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;

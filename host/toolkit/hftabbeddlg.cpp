@@ -62,7 +62,7 @@ BOOL HFTabbedDlg::SetActivePage(int index)
     m_active = index;
     Entry& e = m_pages[static_cast<size_t>(index)];
     e.tab->SetSelected(true);
-    e.page->setGeometry(GetBodyRect().toQRect());
+    PlaceWindow(e.page, GetBodyRect().toQRect());
     e.page->show();
     e.page->OnSetActive();
     emit pageChanged(index);
@@ -90,7 +90,7 @@ void HFTabbedDlg::RecalcLayout()
         x += s.cx + TAB_SPACING;
     }
     if (BasePage* page = GetActivePage())
-        page->setGeometry(body.toQRect());
+        PlaceWindow(page, body.toQRect());
 }
 
 void HFTabbedDlg::paintEvent(QPaintEvent* event)

@@ -26,6 +26,7 @@ BOOL OstrelDlg::OnInitDialog()
     CRect client;
     GetClientRect(client);
     m_pFrame->Create(this, client);
+    m_pFrame->RecalcLayout();
     m_pFrame->show();
     return TRUE;
 }
@@ -33,5 +34,5 @@ BOOL OstrelDlg::OnInitDialog()
 void OstrelDlg::OnSize(UINT, int cx, int cy)
 {
     if (m_pFrame && m_pFrame->IsCreated())
-        m_pFrame->MoveWindow(0, 0, cx, cy);
+        HFDlg::PlaceWindow(m_pFrame, QRect(0, 0, cx, cy));
 }

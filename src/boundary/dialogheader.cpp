@@ -75,7 +75,7 @@ void DialogHeader::DrawIcon(QPainter& dc)
 void DialogHeader::OnPaint(QPainter& dc)
 {
     CRect area(m_rcIcon.left + ICON_SIZE + kTextGap, 0, width() - kTextGap, height());
-    if (m_pTabButton && m_pTabButton->isVisible())
+    if (m_pTabButton && !m_pTabButton->isHidden())
         area.right = std::min(area.right, m_pTabButton->x() - kTextGap);
     if (area.right <= area.left)
         return;

@@ -1,6 +1,7 @@
 #include "boundary/tavbasepage.h"
 
 #include "cdialog.h"
+#include "hfdlg.h"
 
 TavBasePage::TavBasePage() = default;
 
@@ -19,5 +20,5 @@ void TavBasePage::LayoutInnerDialog(const CRect& rect)
 {
     if (!m_pInnerDlg || !m_pInnerDlg->IsChildDialog())
         return;
-    m_pInnerDlg->MoveWindow(rect);
+    HFDlg::PlaceWindow(m_pInnerDlg, rect.toQRect());
 }

@@ -97,7 +97,7 @@ void ReasonParamDlg::LayOutFrame()
 {
     CRect client;
     GetClientRect(client);
-    m_pFrame->MoveWindow(client);
+    HFDlg::PlaceWindow(m_pFrame, client.toQRect());
     m_pFrame->RecalcLayout();
 }
 
@@ -114,5 +114,5 @@ void ReasonParamDlg::DoDataExchange(CDataExchange* pDX)
 void ReasonParamDlg::OnSize(UINT, int cx, int cy)
 {
     if (m_pFrame->IsCreated())
-        m_pFrame->MoveWindow(0, 0, cx, cy);
+        HFDlg::PlaceWindow(m_pFrame, QRect(0, 0, cx, cy));
 }
