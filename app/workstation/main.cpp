@@ -1,0 +1,3 @@
+#include "workstationapp.h"
+
+int main(int argc, char** argv) { return RunWorkstation(argc, argv); }

@@ -1,0 +1,45 @@
+#pragma once
+
+// The workstation's commands on the selected patient, exam or study. Each is
+// one entry of WorkstationActions() (workstationactions.cpp); the main window
+// turns every entry into a menu item, a toolbar button and a shortcut and
+// enables it when what it needs is selected. To add a dialog: add one entry.
+
+#include <QKeySequence>
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+class ExamDataSet;
+class PatientDetailRecord;
+class QWidget;
+class StudyRecord;
+
+// What the user has selected when an action runs.
+struct ActionContext
+{
+    QWidget* parent = nullptr;
+    const PatientDetailRecord* patient = nullptr;
+    const ExamDataSet* exam = nullptr;
+    const StudyRecord* study = nullptr;
+    // The action changed the archive: search again.
+    std::function<void()> refresh;
+    // A line for the status bar.
+    std::function<void(const QString&)> status;
+};
+
+struct WorkstationAction
+{
+    enum class Needs { Nothing, Patient, Exam, Study };
+
+    QString id;     // objectName of the QAction
+    QString menu;   // the menu it is listed in: "Patient", "Exam", "Study" ...
+    QString text;   // with & for the mnemonic and ... when it opens a dialog
+    QKeySequence shortcut;
+    Needs needs = Needs::Nothing;
+    std::function<void(ActionContext&)> run;
+};
+
+std::vector<WorkstationAction> WorkstationActions();

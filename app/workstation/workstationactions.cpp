@@ -1,0 +1,155 @@
+// The workstation's commands. Each asks its reason through the module's
+// creator and then performs the change on the archive through the session's
+// services, keeping the reason. Add a dialog's command by adding an entry.
+#include "workstationaction.h"
+
+#include "boundary/deleteexamparamdlgcreator.h"
+#include "boundary/detachstudyparamdlgcreator.h"
+#include "boundary/patientdeleteparamdlgcreator.h"
+
+#include "examdataset.h"
+#include "examservice.h"
+#include "messagebox.h"
+#include "patientdetailrecord.h"
+#include "patientmanagementservice.h"
+#include "session.h"
+#include "studyrecord.h"
+
+#include <QString>
+
+#include <exception>
+
+namespace {
+
+const char* const kCaption = "Bravik Workstation";
+
+QString Q(const ACE_CString& s) { return QString::fromUtf8(s.c_str()); }
+
+void ShowError(QWidget* parent, const QString& text)
+{
+    MessageBox(parent, text.toUtf8().constData(), kCaption, MB_OK | MB_ICONSTOP);
+}
+
+// Runs one archive operation; a refusal or a fault is shown and false returned.
+template <class Call>
+bool Perform(QWidget* parent, const QString& what, Call call)
+{
+    try {
+        const int result = call();
+        if (result == 0)
+            return true;
+        ShowError(parent, QStringLiteral("%1 failed: the archive refused it (result %2).").arg(what).arg(result));
+    } catch (const std::exception& e) {
+        ShowError(parent, QStringLiteral("%1 failed: %2").arg(what, QString::fromUtf8(e.what())));
+    }
+    return false;
+}
+
+PatientManagementService* Patients()
+{
+    ServiceRegistry* r = Session::ServiceInstance();
+    return r ? r->GetPatientManagementService() : nullptr;
+}
+
+ExamService* Exams()
+{
+    ServiceRegistry* r = Session::ServiceInstance();
+    return r ? r->GetExamService() : nullptr;
+}
+
+QString ExamTitle(const ExamDataSet& exam)
+{
+    QString title = Q(exam.GetExamCode());
+    if (!exam.GetDescription().is_empty())
+        title += (title.isEmpty() ? QString() : QStringLiteral(" ")) + Q(exam.GetDescription());
+    return title.isEmpty() ? QStringLiteral("Exam") : title;
+}
+
+void DeletePatient(ActionContext& c)
+{
+    const PatientDetailRecord& p = *c.patient;
+    const QString name = Q(p.GetPatientName());
+    TavCreator::PatientDeleteParamDlgCreator creator;
+    // The archive has no separate permanent deletion: the choice is not offered.
+    if (creator.DisplayModal(name.toUtf8().constData(), p.GetPatientID().c_str(), false, c.parent) != 1)
+        return;
+    const ACE_CString reason = creator.GetReason();
+    PatientManagementService* s = Patients();
+    if (!s || !Perform(c.parent, QStringLiteral("Deleting the patient"), [&] {
+            return s->DeletePatient(p.GetPatientKey(), p.GetOrganizationKey(), reason);
+        }))
+        return;
+    const QString done = QStringLiteral("Deleted patient %1 (MRN %2). Reason: %3").arg(name, Q(p.GetPatientID()), Q(reason));
+    // The search after the change replaces the records the selection pointed at.
+    c.refresh();
+    c.status(done);
+}
+
+void DeleteOrCancelExam(ActionContext& c, TavCreator::eDLGCODE mode)
+{
+    const ExamDataSet& e = *c.exam;
+    const bool cancel = mode == TavCreator::CANCEL_EXAM;
+    TavCreator::DeleteExamParamDlgCreator creator;
+    if (creator.DisplayModal(ExamTitle(e).toUtf8().constData(), e.GetAccessionNumber().c_str(), mode, !cancel, false,
+                             c.parent) != 1)
+        return;
+    const ACE_CString reason = creator.GetReason();
+    ExamService* s = Exams();
+    if (!s)
+        return;
+    QString done;
+    if (cancel) {
+        if (!Perform(c.parent, QStringLiteral("Cancelling the exam"),
+                     [&] { return s->CancelExam(e.GetKey(), e.GetOrganizationKey(), reason); }))
+            return;
+        done = QStringLiteral("Cancelled exam %1. Reason: %2").arg(Q(e.GetAccessionNumber()), Q(reason));
+    } else {
+        const bool withStudies = creator.GetDeleteStudiesFlg() != 0;
+        if (!Perform(c.parent, QStringLiteral("Deleting the exam"),
+                     [&] { return s->DeleteExam(e.GetKey(), e.GetOrganizationKey(), reason, withStudies); }))
+            return;
+        done = QStringLiteral("Deleted exam %1%2. Reason: %3")
+                   .arg(Q(e.GetAccessionNumber()), withStudies ? QStringLiteral(" with its studies") : QString(),
+                        Q(reason));
+    }
+    c.refresh();
+    c.status(done);
+}
+
+void DetachStudy(ActionContext& c)
+{
+    const StudyRecord& st = *c.study;
+    const QString header = st.GetDescription().is_empty() ? QStringLiteral("Study") : Q(st.GetDescription());
+    TavCreator::DetachStudyParamDlgCreator creator;
+    const char* accession = c.exam ? c.exam->GetAccessionNumber().c_str() : "";
+    if (creator.DisplayModal(header.toUtf8().constData(), accession, c.parent) != 1)
+        return;
+    const ACE_CString reason = creator.GetReason();
+    ExamService* s = Exams();
+    if (!s || !Perform(c.parent, QStringLiteral("Detaching the study"),
+                       [&] { return s->DetachStudy(st.GetStudyKey(), reason); }))
+        return;
+    const QString done =
+        QStringLiteral("Detached study %1 from exam %2. Reason: %3").arg(header, QString::fromUtf8(accession), Q(reason));
+    c.refresh();
+    c.status(done);
+}
+
+} // namespace
+
+std::vector<WorkstationAction> WorkstationActions()
+{
+    using Needs = WorkstationAction::Needs;
+    return {
+        {QStringLiteral("deletePatient"), QStringLiteral("&Patient"), QStringLiteral("&Delete Patient..."),
+         QKeySequence(Qt::CTRL | Qt::Key_Delete), Needs::Patient, DeletePatient},
+        {QStringLiteral("deleteExam"), QStringLiteral("&Exam"), QStringLiteral("&Delete Exam..."),
+         QKeySequence(Qt::SHIFT | Qt::Key_Delete), Needs::Exam,
+         [](ActionContext& c) { DeleteOrCancelExam(c, TavCreator::DELETE_EXAM); }},
+        {QStringLiteral("cancelExam"), QStringLiteral("&Exam"), QStringLiteral("&Cancel Exam..."),
+         QKeySequence(Qt::CTRL | Qt::Key_K), Needs::Exam,
+         [](ActionContext& c) { DeleteOrCancelExam(c, TavCreator::CANCEL_EXAM); }},
+        {QStringLiteral("detachStudy"), QStringLiteral("&Study"), QStringLiteral("De&tach Study..."),
+         QKeySequence(Qt::CTRL | Qt::Key_T), Needs::Study, DetachStudy},
+    };
+}
