@@ -317,8 +317,7 @@ void ListCtrlEx::ApplyHeader(SearchHeaderCtrl* header)
 
 void ListCtrlEx::UpdateHeaderLayout()
 {
-    setViewportMargins(0, m_header ? m_header->GetHeaderHeight() : 0, 0, 0);
-    placeHeader();
+    updateGeometries();
     RecalcLayout();
 }
 
@@ -411,6 +410,11 @@ void ListCtrlEx::resizeEvent(QResizeEvent* e)
 void ListCtrlEx::updateGeometries()
 {
     QTableView::updateGeometries();
+    // The table view sizes its margins for its own (hidden) headers; the
+    // search header needs its band back.
+    const int top = m_header ? m_header->GetHeaderHeight() : 0;
+    if (viewportMargins().top() != top)
+        setViewportMargins(0, top, 0, 0);
     placeHeader();
 }
 

@@ -282,7 +282,10 @@ void SearchHeaderCtrl::paintEvent(QPaintEvent*)
                                                                  : QStyleOptionHeader::SortUp)
                                               : QStyleOptionHeader::None;
         opt.state |= QStyle::State_Raised | QStyle::State_Horizontal;
+        // The style may leave a clip or pen behind.
+        p.save();
         style()->drawControl(QStyle::CE_Header, &opt, &p, this);
+        p.restore();
 
         if (m_state != STATE_EXPANDED)
             continue;

@@ -388,6 +388,8 @@ TEST_F(PageTest, Screenshots)
 {
     ManyPairs(12);
     Open();
+    List().GetSearchHeader()->GetItem(CDuplicatePatientList::eTYPE)->SetText("Merge,Link");
+    QTest::mouseClick(page->GetSearchButton(), Qt::LeftButton);
     List().SetItemSelected(2, true);
     SaveScreenshot(window.get(), "duplicate_patient_page");
     user->DismissNextMenu();

@@ -1,5 +1,6 @@
 #include "notifyrecorder.h"
 
+#include "colorschema.h"
 #include "combobox.h"
 #include "daterangectrl.h"
 #include "headercheckcomboitem.h"
@@ -132,6 +133,21 @@ TEST_F(SearchHeaderTest, ACollapsedHeaderShowsNoCells)
     EXPECT_TRUE(header->BeginEditItem(0));
 }
 
+TEST_F(SearchHeaderTest, CellsAreDrawnUnderTheirTitlesWithTheirText)
+{
+    header->GetItem(0)->SetText("Smith");
+    const QImage shot = header->grab().toImage();
+    const CRect cell = header->GetCellRect(1);
+    EXPECT_EQ(toQColor(ColorSchema::Instance().GetListCtrlBkColor()), shot.pixelColor(cell.CenterPoint().toQPoint()));
+    EXPECT_NE(toQColor(ColorSchema::Instance().GetListCtrlBkColor()), shot.pixelColor(header->GetTitleRect(1).CenterPoint().toQPoint()));
+    // Some ink in the first cell: its text.
+    const CRect first = header->GetCellRect(0);
+    bool ink = false;
+    for (int x = first.left + 3; x < first.left + 40; ++x)
+        ink = ink || shot.pixelColor(x, first.CenterPoint().y) != toQColor(ColorSchema::Instance().GetListCtrlBkColor());
+    EXPECT_TRUE(ink);
+}
+
 TEST_F(SearchHeaderTest, AClickOnACellStartsEditingIt)
 {
     QTest::mouseClick(header, Qt::LeftButton, {}, header->GetCellRect(2).toQRect().center());
@@ -184,6 +200,9 @@ TEST_F(SearchHeaderTest, CellsStayAlignedWithColumnsThroughResizeAndScroll)
     EXPECT_TRUE(aligned());
     EXPECT_EQ(list->viewport()->geometry().left(), header->geometry().left());
     EXPECT_EQ(list->viewport()->geometry().top(), header->geometry().bottom() + 1);
+    // The header sits inside the list's frame, above the rows, fully visible.
+    EXPECT_EQ(list->frameWidth(), header->geometry().top());
+    EXPECT_TRUE(header->isVisible());
     list->resize(900, 300);
     EXPECT_TRUE(aligned());
     EXPECT_EQ(list->viewport()->width(), header->width());
@@ -191,9 +210,10 @@ TEST_F(SearchHeaderTest, CellsStayAlignedWithColumnsThroughResizeAndScroll)
     list->SetColumnWidth(0, 500);
     list->resize(300, 300);
     ASSERT_GT(list->horizontalScrollBar()->maximum(), 0);
-    list->horizontalScrollBar()->setValue(120);
+    const int scrolled = std::min(60, list->horizontalScrollBar()->maximum());
+    list->horizontalScrollBar()->setValue(scrolled);
     EXPECT_TRUE(aligned());
-    EXPECT_EQ(-120, header->GetCellRect(0).left);
+    EXPECT_EQ(-scrolled, header->GetCellRect(0).left);
 }
 
 TEST_F(SearchHeaderTest, DraggingATitleEdgeResizesItsColumn)
