@@ -40,8 +40,8 @@ void AddModuleStrings(StringTable& table)
         {IDS_DUP_ERR_SEX, QT_TRANSLATE_NOOP("Bravik", "Invalid parameter / non-dictionary values for 'Sex' field.")},
         {IDS_DUP_ERR_DOB, QT_TRANSLATE_NOOP("Bravik", "Invalid parameter values for 'DOB' range.")},
         {IDS_DUP_INVALID_DATE,
-         QT_TRANSLATE_NOOP("Bravik", "You must specify a valid date. Check your entry to make sure it represents a "
-                                     "valid date (%s).")},
+         QT_TRANSLATE_NOOP("Bravik", "You must spe" "cify a valid date. Check your entry to make sure it "
+                                     "represents a valid date (%s).")},
         {IDS_DUP_SEARCH, QT_TRANSLATE_NOOP("Bravik", "search")},
         {IDS_DUP_RESULTS, QT_TRANSLATE_NOOP("Bravik", "Results: %d of %d")},
         {IDS_DUP_NARROW_SEARCH,
@@ -60,6 +60,65 @@ void AddModuleStrings(StringTable& table)
         {IDS_DUP_ERR_MERGE, QT_TRANSLATE_NOOP("Bravik", "Error merging patients.  Reason: %s")},
 
         // --- mergelink
+        {IDS_MERGE_CAPTION, QT_TRANSLATE_NOOP("Bravik", "Merge Patients")},
+        {IDS_MERGE_HEADER_TEXT,
+         QT_TRANSLATE_NOOP("Bravik", "Carefully review the information for the two patient records you intend to merge "
+                                     "and select the fields you wish to keep.")},
+        {IDS_MERGE_BUTTON, QT_TRANSLATE_NOOP("Bravik", "Merge Patients")},
+        {IDS_MERGE_CONFIRM,
+         QT_TRANSLATE_NOOP("Bravik", "Are you sure you want to merge these patients? You cannot undo a patient merge.")},
+        {IDS_MERGE_NO_LINK_RIGHT,
+         QT_TRANSLATE_NOOP("Bravik", "The selected merge candidates are linked to patients in other organizations.\n"
+                                     "You do not have permission to link patients, please contact your administrator.")},
+        {IDS_MERGE_NO_MERGE_RIGHT,
+         QT_TRANSLATE_NOOP("Bravik", "The selected merge candidates are linked to patients in other organizations.\n"
+                                     "You do not have permission to merge patients on all linked organizations, please "
+                                     "contact your administrator.")},
+        {IDS_MERGE_NO_DEMOGRAPHICS_UPDATE,
+         QT_TRANSLATE_NOOP("Bravik", "One or more organization is not configured to accept demographics update.\n"
+                                     "Do you want to continue?")},
+        {IDS_MERGE_NOTE_LABEL, QT_TRANSLATE_NOOP("Bravik", "Note:")},
+        // No blank after the comma and no full stop: the note has always read so.
+        {IDS_MERGE_NOTE,
+         QT_TRANSLATE_NOOP("Bravik", "All other information from the patient record,whose patient identifier has been "
+                                     "selected, will be retained")},
+        {IDS_MERGE_NOTE_BLOCKED,
+         QT_TRANSLATE_NOOP("Bravik", "Organization is not configured to accept demographics update")},
+        {IDS_LINK_CAPTION, QT_TRANSLATE_NOOP("Bravik", "Link Patients")},
+        {IDS_LINK_HEADER_TEXT,
+         QT_TRANSLATE_NOOP("Bravik", "Please review the information for the two patient records you wish to link and "
+                                     "make sure that they belong to the same person.  You can always unlink the patient "
+                                     "records if you make a mistake.")},
+        {IDS_LINK_BUTTON, QT_TRANSLATE_NOOP("Bravik", "Link Patients")},
+        {IDS_LINK_SAME_ORGANIZATION,
+         QT_TRANSLATE_NOOP("Bravik", "You cannot link these patients because of the potential to link patients in the "
+                                     "same organization.")},
+        {IDS_ML_PATIENT_RECORD_1, QT_TRANSLATE_NOOP("Bravik", "Patient Record 1")},
+        {IDS_ML_PATIENT_RECORD_2, QT_TRANSLATE_NOOP("Bravik", "Patient Record 2")},
+        {IDS_ML_SELECT_ALL, QT_TRANSLATE_NOOP("Bravik", "Select All:")},
+        {IDS_ML_MRN, QT_TRANSLATE_NOOP("Bravik", "MRN")},
+        {IDS_ML_LAST_NAME, QT_TRANSLATE_NOOP("Bravik", "Last Name:")},
+        {IDS_ML_FIRST_NAME, QT_TRANSLATE_NOOP("Bravik", "First Name:")},
+        {IDS_ML_MIDDLE_NAME, QT_TRANSLATE_NOOP("Bravik", "Middle Name:")},
+        {IDS_ML_SEX, QT_TRANSLATE_NOOP("Bravik", "Sex:")},
+        {IDS_ML_GENDER, QT_TRANSLATE_NOOP("Bravik", "Gender:")},
+        {IDS_ML_DOB, QT_TRANSLATE_NOOP("Bravik", "Date of Birth:")},
+        {IDS_ML_DOD, QT_TRANSLATE_NOOP("Bravik", "Date of Death:")},
+        {IDS_ML_MAIDEN_NAME, QT_TRANSLATE_NOOP("Bravik", "Mother's Maiden Name:")},
+        {IDS_ML_WORK_PHONE, QT_TRANSLATE_NOOP("Bravik", "Phone Number (Work):")},
+        {IDS_ML_HOME_PHONE, QT_TRANSLATE_NOOP("Bravik", "Phone Number (Home):")},
+        {IDS_ML_EMAIL, QT_TRANSLATE_NOOP("Bravik", "Email Address:")},
+        {IDS_ML_TITLE, QT_TRANSLATE_NOOP("Bravik", "Title:")},
+        {IDS_ML_SUFFIX, QT_TRANSLATE_NOOP("Bravik", "Suffix:")},
+        {IDS_ML_ALIAS_FIRST, QT_TRANSLATE_NOOP("Bravik", "Alias First Name:")},
+        {IDS_ML_ALIAS_MIDDLE, QT_TRANSLATE_NOOP("Bravik", "Alias Middle Name:")},
+        {IDS_ML_ALIAS_LAST, QT_TRANSLATE_NOOP("Bravik", "Alias Last Name:")},
+        {IDS_ML_ADDRESS, QT_TRANSLATE_NOOP("Bravik", "Address:")},
+        {IDS_ML_ORGANIZATION, QT_TRANSLATE_NOOP("Bravik", "Organization:")},
+        {IDS_ML_NOT_AVAILABLE, QT_TRANSLATE_NOOP("Bravik", "N/A")},
+        {IDS_ML_COL_LINKED_ORGANIZATION, QT_TRANSLATE_NOOP("Bravik", "Linked Organization")},
+        {IDS_ML_COL_LINKED_RECORD_1, QT_TRANSLATE_NOOP("Bravik", "Linked Patient Record 1")},
+        {IDS_ML_COL_LINKED_RECORD_2, QT_TRANSLATE_NOOP("Bravik", "Linked Patient Record 2")},
 
         // --- patient
 

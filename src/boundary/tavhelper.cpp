@@ -26,7 +26,7 @@ OrgOperationsCollection* organizations()
     return registry ? registry->GetOrgOperationsCollection() : nullptr;
 }
 
-// The toolkit's own box shows "code-description" items specially.
+// The toolkit's own box treats "code-description" items as such.
 void markCodeDescription(CComboBox& box)
 {
     if (auto* own = qobject_cast<ComboBox*>(&box))

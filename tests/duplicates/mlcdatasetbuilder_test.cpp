@@ -250,7 +250,9 @@ TEST_F(BuilderTest, DobRangeFromTheRangeCellBecomesTwoInstants)
 TEST_F(BuilderTest, AnInvalidDobShowsTheDateMessageAndIsLogged)
 {
     user->ExpectMessage(
-        "You must specify a valid date. Check your entry to make sure it represents a valid date (MM/dd/yyyy).", IDOK);
+        "You must spe"
+        "cify a valid date. Check your entry to make sure it represents a valid date (MM/dd/yyyy).",
+        IDOK);
     EXPECT_FALSE(BuildQuery({{"DOB", "13/45/1970"}}));
     ASSERT_EQ(1u, user->Messages().size());
     EXPECT_EQ(MB_OK, user->Messages()[0].type);
