@@ -428,3 +428,22 @@ TEST(CDialog, WindowFunctionsFromDialogCode)
     EXPECT_TRUE(IsWindowHidden(dlg.GetDlgItem(IDC_DELETE_STUDIES)));
     EXPECT_FALSE(IsWindowEnabled(dlg.GetDlgItem(IDOK)));
 }
+
+TEST(DialogDriver, FindsControlsInChildWindowsByTheirId)
+{
+    ScriptedUser user;
+    user.OnNextDialog([](CDialog& dlg) {
+        // A footer band holding the dialog's Cancel button, as framed dialogs have.
+        auto* footer = new QWidget(&dlg);
+        auto* cancel = new QPushButton(QStringLiteral("Cancel"), footer);
+        SetDlgCtrlID(cancel, 7002);
+        QObject::connect(cancel, &QPushButton::clicked, &dlg, [&dlg] { dlg.EndDialog(IDCANCEL); });
+        footer->show();
+        EXPECT_EQ(nullptr, dlg.GetDlgItem(7002));
+        DialogDriver d(dlg);
+        EXPECT_EQ(cancel, d.Item(7002));
+        d.Click(7002);
+    });
+    CDialog dlg(ReasonPanelTemplate());
+    EXPECT_EQ(IDCANCEL, dlg.DoModal());
+}

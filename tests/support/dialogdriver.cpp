@@ -11,6 +11,21 @@
 CWnd* DialogDriver::Item(int id) const
 {
     CWnd* w = m_dlg.GetDlgItem(id);
+    if (!w) {
+        // Framed dialogs keep some controls in child windows (a footer's
+        // buttons, a page's fields): any descendant with that control id,
+        // preferring one the user can see.
+        for (QWidget* child : m_dlg.findChildren<QWidget*>()) {
+            if (GetDlgCtrlID(child) != id)
+                continue;
+            if (child->isVisibleTo(&m_dlg)) {
+                w = child;
+                break;
+            }
+            if (!w)
+                w = child;
+        }
+    }
     if (!w)
         ADD_FAILURE() << "Dialog \"" << m_dlg.GetWindowText().GetString() << "\" has no control with id " << id;
     return w;

@@ -17,7 +17,9 @@ public:
 
     CDialog& Dialog() const { return m_dlg; }
 
-    // The control; ADD_FAILURE and null when the dialog has none.
+    // The control: the dialog's own (GetDlgItem), else any descendant window
+    // with that control id (a footer's button, a page's field), visible ones
+    // first. ADD_FAILURE and null when there is none.
     CWnd* Item(int id) const;
     // Any descendant with that objectName (controls are named after their id's symbol).
     CWnd* Item(const char* objectName) const;
