@@ -2,12 +2,14 @@
 
 #include "archivecontext.h"
 #include "archivedb.h"
+#include "journal.h"
 #include "sqlitedictionaryservice.h"
 #include "sqliteexamservice.h"
 #include "sqliteorgcollection.h"
 #include "sqlitepatientservice.h"
 #include "sqliteproviderservice.h"
 
+#include <auditandlogparams.h>
 #include <options.h>
 #include <preferences.h>
 #include <serviceregistry.h>
@@ -28,6 +30,7 @@ struct Archive::Previous
     ProviderService* providers = nullptr;
     OrgOperationsCollection* organizations = nullptr;
     UserRights::Provider rights;
+    Session::AuditSink auditSink;
     ACE_CString userName;
     SitePolicySettings policy;
 };
@@ -149,6 +152,18 @@ bool Archive::InstallIntoSession(const std::string& userName)
                 return false;
             }
         });
+    // The dialogs' audit entries (a patient shown, an exam opened) go to the
+    // archive's audit trail, one committed row each, for the session's user.
+    m_previous->auditSink = session.SetAuditSink([context](const AuditAndLogParams& params, const ACE_CString& comment) {
+        return GuardDb("AuditAndLog", [&] {
+            WriteTransaction tx(context->Db());
+            context->Log().Audit(context->User(), std::string(params.GetKey().c_str(), params.GetKey().length()),
+                                 static_cast<int>(params.GetEventCode()),
+                                 std::string(comment.c_str(), comment.length()));
+            tx.Commit();
+            return 0;
+        });
+    });
     Preferences::Instance().SetDetachAnnotationWarning(detachWarning);
     for (const auto& [option, on] : options)
         Options::SetOption(static_cast<Options::OptionsType>(option), on);
@@ -176,6 +191,7 @@ void Archive::Uninstall()
             registry->SetOrgOperationsCollection(m_previous->organizations);
     }
     session.GetUserRights().SetProvider(m_previous->rights);
+    session.SetAuditSink(m_previous->auditSink);
     session.SetUserName(m_previous->userName);
     SitePolicy::Set(m_previous->policy);
     WorkListUtils::SetPriorityRanking({});

@@ -1,6 +1,8 @@
 #include "duplicates/duplicatepatientpage.h"
 
 #include "boundary/bravikmodulestate.h"
+#include "boundary/linkpatientsdlgcreator.h"
+#include "boundary/mergepatientsdlgcreator.h"
 #include "boundary/resource.h"
 #include "duplicates/duplicatepatientlist.h"
 #include "duplicates/duppatientlistheaderctrl.h"
@@ -244,6 +246,16 @@ void CDuplicatePatientPage::OnMergeMenuClick()
     ACE_CString sourceKey;
     PatientDetailRecord target;
     std::vector<LinkedPatientInfo*> linked;
+    // The pairings are copies the dialog handed over: this handler frees them.
+    struct Pairings
+    {
+        std::vector<LinkedPatientInfo*>& list;
+        ~Pairings()
+        {
+            for (LinkedPatientInfo* info : list)
+                delete info;
+        }
+    } pairings{linked};
     if (DisplayMergeDialog(first.GetPatientKey(), second.GetPatientKey(), sourceKey, target, linked) != 1)
         return;
     PatientManagementService* patients = patientService();
@@ -298,16 +310,33 @@ void CDuplicatePatientPage::OnIgnoreMenuClick()
     }
 }
 
-int CDuplicatePatientPage::DisplayMergeDialog(const ACE_CString&, const ACE_CString&, ACE_CString&,
-                                              PatientDetailRecord&, std::vector<LinkedPatientInfo*>&)
+int CDuplicatePatientPage::DisplayMergeDialog(const ACE_CString& firstPatientKey, const ACE_CString& secondPatientKey,
+                                              ACE_CString& sourcePatientKey, PatientDetailRecord& target,
+                                              std::vector<LinkedPatientInfo*>& linkedPatients)
 {
-    return IDCANCEL;
+    TavCreator::MergePatientsDlgCreator creator;
+    const int result = creator.DisplayDialog(firstPatientKey, secondPatientKey, nullptr);
+    if (result != IDOK)
+        return result;
+    sourcePatientKey = creator.GetSourcePatientKey().GetString();
+    target = creator.GetTargetPatientRecord();
+    // Copies: the creator frees its own pairings when it goes.
+    for (const LinkedPatientInfo* info : creator.GetLinkedPatientSelection())
+        linkedPatients.push_back(new LinkedPatientInfo(*info));
+    return result;
 }
 
-int CDuplicatePatientPage::DisplayLinkDialog(const ACE_CString&, const ACE_CString&, ACE_CString&, ACE_CString&,
-                                             ACE_CString&, ACE_CString&)
+int CDuplicatePatientPage::DisplayLinkDialog(const ACE_CString& firstPatientKey, const ACE_CString& secondPatientKey,
+                                             ACE_CString& targetPatientKey, ACE_CString& targetOrganizationKey,
+                                             ACE_CString& linkPatientKey, ACE_CString& linkOrganizationKey)
 {
-    return IDCANCEL;
+    TavCreator::LinkPatientsDlgCreator creator;
+    const int result = creator.DisplayDialog(firstPatientKey, secondPatientKey);
+    targetPatientKey = creator.GetTargetPatientKey().GetString();
+    targetOrganizationKey = creator.GetTargetPatientOrgKey().GetString();
+    linkPatientKey = creator.GetLinkPatientKey().GetString();
+    linkOrganizationKey = creator.GetLinkPatientOrgKey().GetString();
+    return result;
 }
 
 bool CDuplicatePatientPage::event(QEvent* e)

@@ -67,10 +67,9 @@ protected:
     void OnLinkMenuClick();
     void OnIgnoreMenuClick();
 
-    // The merge and link dialogs. Each returns the dialog's end code (1: the
-    // user confirmed) and what the dialog chose; until the dialogs are wired
-    // in they return 2, as a cancelled dialog does. The linked-record
-    // pairings stay the dialog's.
+    // The merge and link dialogs, through their creators. Each returns the
+    // dialog's end code (1: the user confirmed) and what the dialog chose;
+    // the linked-record pairings come back as copies the caller frees.
     virtual int DisplayMergeDialog(const ACE_CString& firstPatientKey, const ACE_CString& secondPatientKey,
                                    ACE_CString& sourcePatientKey, PatientDetailRecord& target,
                                    std::vector<LinkedPatientInfo*>& linkedPatients);
