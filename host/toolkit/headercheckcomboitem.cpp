@@ -11,8 +11,16 @@ HeaderCheckComboItem::HeaderCheckComboItem(const CString& title)
     : SearchHeaderItem(title), m_combo(new ComboBox(nullptr, true))
 {
     SetEditor(m_combo);
-    m_combo->view()->viewport()->installEventFilter(this);
+    m_listViewport = m_combo->view()->viewport();
+    m_listViewport->installEventFilter(this);
     connect(m_combo->model(), &QAbstractItemModel::rowsInserted, this, [this] { makeCheckable(); });
+}
+
+HeaderCheckComboItem::~HeaderCheckComboItem()
+{
+    // The box goes with the base; it must not report to a half-destroyed item.
+    if (m_listViewport)
+        m_listViewport->removeEventFilter(this);
 }
 
 void HeaderCheckComboItem::makeCheckable()
@@ -84,7 +92,7 @@ void HeaderCheckComboItem::LoadEditor(const CString& text)
 bool HeaderCheckComboItem::eventFilter(QObject* watched, QEvent* e)
 {
     // A click in the list toggles the item's mark and keeps the list open.
-    if (watched == m_combo->view()->viewport() && e->type() == QEvent::MouseButtonRelease) {
+    if (watched == m_listViewport && e->type() == QEvent::MouseButtonRelease) {
         const QModelIndex idx = m_combo->view()->indexAt(static_cast<QMouseEvent*>(e)->position().toPoint());
         if (idx.isValid())
             SetItemChecked(idx.row(), !IsItemChecked(idx.row()));

@@ -7,6 +7,7 @@
 #include "searchheaderitem.h"
 
 #include <QObject>
+#include <QPointer>
 
 class ComboBox;
 
@@ -15,6 +16,7 @@ class BRAVIK_TOOLKIT_EXPORT HeaderCheckComboItem : public QObject, public Search
     Q_OBJECT
 public:
     explicit HeaderCheckComboItem(const CString& title);
+    ~HeaderCheckComboItem() override;
     ComboBox& GetComboBox() const { return *m_combo; }
     bool HasDropDown() const override { return true; }
 
@@ -33,4 +35,5 @@ private:
     void writeText();
 
     ComboBox* m_combo;
+    QPointer<QWidget> m_listViewport; // where clicks toggle the marks
 };
