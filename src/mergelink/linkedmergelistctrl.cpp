@@ -44,6 +44,10 @@ void LinkedOrganizationSubItem::DrawContent(QPainter& painter, const CRect& rect
 
 namespace {
 
+// Room around a label's text: the cell's inner padding on both sides and a
+// little to spare, so the widest label is never cut short.
+constexpr int kLabelSlack = 12;
+
 ListSubItemPtr detailCell(int column, const CString& text)
 {
     auto cell = std::make_unique<ListTextSubItem>(column, text);
@@ -69,7 +73,7 @@ LinkedMergeListCtrl::LinkedMergeListCtrl(const std::vector<PatientDetailRecord*>
         const QFontMetrics metrics(DrawMaster::GetNormalFont());
         for (int r = 0; r < GetItemCount(); ++r)
             if (ListSubItem* cell = GetSubItemAt(r, 0); isLabel(cell))
-                widest = std::max(widest, metrics.horizontalAdvance(toQString(cell->GetText())) + 4);
+                widest = std::max(widest, metrics.horizontalAdvance(toQString(cell->GetText())) + kLabelSlack);
         for (int r = 0; r < GetItemCount(); ++r)
             if (auto* label = dynamic_cast<LinkedOrganizationSubItem*>(GetSubItemAt(r, 0)))
                 label->SetLabelWidth(widest);
@@ -82,9 +86,14 @@ LinkedMergeListCtrl::~LinkedMergeListCtrl()
     HideToolTip();
 }
 
+void LinkedMergeListCtrl::updateGeometries()
+{
+    QTableView::updateGeometries();
+}
+
 BOOL LinkedMergeListCtrl::Create(DWORD style, const CRect& rect, CWnd* parent, UINT id)
 {
-    if (!ListCtrlEx::Create(style, rect, parent, id))
+    if (!ComparisonListCtrl::Create(style, rect, parent, id))
         return FALSE;
     setFont(DrawMaster::GetNormalFont());
     // The tooltip starts inactive; hovering a cell with text activates it.

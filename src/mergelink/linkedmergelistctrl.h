@@ -8,7 +8,7 @@
 
 #include "bravik_export.h"
 
-#include "listctrlex.h"
+#include "mergelink/comparisonlistctrl.h"
 #include "listimagesubitem.h"
 
 #include <ace/SString.h>
@@ -35,7 +35,7 @@ private:
     int m_labelWidth = 0;
 };
 
-class BRAVIK_EXPORT LinkedMergeListCtrl : public ListCtrlEx
+class BRAVIK_EXPORT LinkedMergeListCtrl : public ComparisonListCtrl
 {
     Q_OBJECT
 public:
@@ -75,6 +75,9 @@ public:
 
 protected:
     void mouseMoveEvent(QMouseEvent* e) override;
+    // The list shows its column titles (the toolkit keeps that band only
+    // for a search header).
+    void updateGeometries() override;
     void leaveEvent(QEvent* e) override;
 
 private:

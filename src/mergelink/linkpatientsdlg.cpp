@@ -5,6 +5,7 @@
 #include "boundary/dialogheader.h"
 #include "boundary/resource.h"
 #include "mergelink/linkpatientsdlgimpl.h"
+#include "mergelink/mergepatientsdlg.h"
 
 #include "auditandlogparams.h"
 #include "colorschema.h"
@@ -77,10 +78,12 @@ BOOL LinkPatientsDlg::OnInitDialog()
     m_pFooter->SetCancelText(LoadString(IDS_CANCEL));
     m_pFrame->SetFooter(m_pFooter);
     m_pFooter->SetOwner(this);
+    FitFooterButton(m_pFooter->GetOKButton());
 
     m_pImpl->Create(m_pFrame->GetBodyRect(), m_pFrame);
     m_pFrame->SetBody(m_pImpl);
     m_pFrame->RecalcLayout();
+    m_pFooter->RecalcLayout(CRect(0, 0, m_pFooter->width(), m_pFooter->height()));
 
     AuditPatients();
     return FALSE;

@@ -6,6 +6,8 @@
 #include "addressrecord.h"
 #include "colorschema.h"
 #include "drawmaster.h"
+#include "mergelink/comparisonlistctrl.h"
+
 #include "listctrlex.h"
 #include "listtextsubitem.h"
 #include "localefunctions.h"
@@ -143,13 +145,12 @@ BOOL LinkPatientsDlgImpl::Create(const CRect& rect, CWnd* parent)
 bool LinkPatientsDlgImpl::CreateHeaderList()
 {
     const ColorSchema& cs = ColorSchema::Instance();
-    m_pHeaderList = new ListCtrlEx();
+    m_pHeaderList = new ComparisonListCtrl();
     m_pHeaderList->setObjectName(QStringLiteral("IDC_LINK_HEADER_LIST"));
     if (!m_pHeaderList->Create(0, CRect(), this, IDC_LINK_HEADER_LIST))
         return false;
     setUpList(*m_pHeaderList);
-    m_pHeaderList->SetBkColor(cs.GetListViewDarkRowBkColor());
-    m_pHeaderList->SetTextBkColor(cs.GetListViewDarkRowBkColor());
+    m_pHeaderList->SetRowColors(cs.GetListViewDarkRowBkColor(), cs.GetListViewDarkRowBkColor());
     std::vector<ListSubItemPtr> cells;
     cells.push_back(textCell(0, CString(), kValueFormat));
     cells.push_back(textCell(1, LoadString(IDS_ML_PATIENT_RECORD_1), kValueFormat));
@@ -161,13 +162,12 @@ bool LinkPatientsDlgImpl::CreateHeaderList()
 bool LinkPatientsDlgImpl::CreateCompareList()
 {
     const ColorSchema& cs = ColorSchema::Instance();
-    m_pCompareList = new ListCtrlEx();
+    m_pCompareList = new ComparisonListCtrl();
     m_pCompareList->setObjectName(QStringLiteral("IDC_LINK_COMPARE_LIST"));
     if (!m_pCompareList->Create(0, CRect(), this, IDC_LINK_COMPARE_LIST))
         return false;
     setUpList(*m_pCompareList);
-    m_pCompareList->SetBkColor(cs.GetListViewDarkRowBkColor());
-    m_pCompareList->SetTextBkColor(cs.GetListCtrlBkColor());
+    m_pCompareList->SetRowColors(cs.GetListViewDarkRowBkColor(), cs.GetListCtrlBkColor());
     const PatientDetailRecord empty;
     const PatientDetailRecord& first = m_pFirstPatient ? *m_pFirstPatient : empty;
     const PatientDetailRecord& second = m_pSecondPatient ? *m_pSecondPatient : empty;
@@ -184,13 +184,12 @@ bool LinkPatientsDlgImpl::CreateCompareList()
 bool LinkPatientsDlgImpl::CreateAddressList()
 {
     const ColorSchema& cs = ColorSchema::Instance();
-    m_pAddressList = new ListCtrlEx();
+    m_pAddressList = new ComparisonListCtrl();
     m_pAddressList->setObjectName(QStringLiteral("IDC_LINK_ADDRESS_LIST"));
     if (!m_pAddressList->Create(0, CRect(), this, IDC_LINK_ADDRESS_LIST))
         return false;
     setUpList(*m_pAddressList);
-    m_pAddressList->SetBkColor(cs.GetListCtrlBkColor());
-    m_pAddressList->SetTextBkColor(cs.GetListCtrlBkColor());
+    m_pAddressList->SetRowColors(cs.GetListCtrlBkColor(), cs.GetListCtrlBkColor());
     // Four address lines fit in the one row.
     const int lineHeight = QFontMetrics(m_pAddressList->font()).boundingRect(QStringLiteral("Wy")).height();
     m_pAddressList->SetItemHeight(m_pAddressList->GetItemHeight() + 4 * lineHeight);

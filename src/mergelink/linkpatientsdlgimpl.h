@@ -14,7 +14,7 @@
 
 #include <QWidget>
 
-class ListCtrlEx;
+class ComparisonListCtrl;
 
 class BRAVIK_EXPORT LinkPatientsDlgImpl : public QWidget
 {
@@ -35,9 +35,9 @@ public:
     const CString& GetTargetPatientOrgKey() const { return m_strTargetPatientOrgKey; }
     const CString& GetLinkPatientOrgKey() const { return m_strLinkPatientOrgKey; }
 
-    ListCtrlEx* GetHeaderList() const { return m_pHeaderList; }
-    ListCtrlEx* GetCompareList() const { return m_pCompareList; }
-    ListCtrlEx* GetAddressList() const { return m_pAddressList; }
+    ComparisonListCtrl* GetHeaderList() const { return m_pHeaderList; }
+    ComparisonListCtrl* GetCompareList() const { return m_pCompareList; }
+    ComparisonListCtrl* GetAddressList() const { return m_pAddressList; }
     int GetGap() const { return m_nGap; }
 
     void RecalcLayout(int cx, int cy);
@@ -51,9 +51,9 @@ private:
     bool CreateCompareList();
     bool CreateAddressList();
 
-    ListCtrlEx* m_pHeaderList = nullptr;
-    ListCtrlEx* m_pCompareList = nullptr;
-    ListCtrlEx* m_pAddressList = nullptr;
+    ComparisonListCtrl* m_pHeaderList = nullptr;
+    ComparisonListCtrl* m_pCompareList = nullptr;
+    ComparisonListCtrl* m_pAddressList = nullptr;
     const PatientDetailRecord* m_pFirstPatient;
     const PatientDetailRecord* m_pSecondPatient;
     PatientDetailRecord* m_pPatient;

@@ -8,6 +8,7 @@
 
 #include "auditandlogparams.h"
 #include "hfdlg.h"
+#include "xpbutton.h"
 #include "messagebox.h"
 #include "patientdetailrecord.h"
 #include "session.h"
@@ -27,6 +28,14 @@ DialogTemplate MergePatientsDlg::MakeTemplate()
     tpl.fontFace = "Arial";
     tpl.fontPointSize = 8;
     return tpl;
+}
+
+void FitFooterButton(XPButton& button)
+{
+    // "Merge Patients" is longer than the toolkit's standard button.
+    const int wanted = button.sizeHint().width();
+    if (button.IsCreated() && wanted > button.width())
+        button.resize(wanted, button.height());
 }
 
 MergePatientsDlg::MergePatientsDlg(DialogHeader* header, DialogFooter* footer, MergePatientsDlgImpl* panel,
@@ -73,6 +82,7 @@ BOOL MergePatientsDlg::OnInitDialog()
         m_pFooter->SetOKText(LoadString(IDS_MERGE_BUTTON));
         m_pFooter->SetCancelText(LoadString(IDS_CANCEL));
         frame->SetFooter(m_pFooter);
+        FitFooterButton(m_pFooter->GetOKButton());
         // Tab moves on into the footer's buttons: Qt's focus chain already
         // enters child windows, as the control-parent style did.
         m_pFooter->RecalcLayout(CRect(0, 0, m_pFooter->width(), m_pFooter->height()));
@@ -85,6 +95,8 @@ BOOL MergePatientsDlg::OnInitDialog()
         frame->SetBody(m_pImpl);
     }
     frame->RecalcLayout();
+    if (m_pFooter)
+        m_pFooter->RecalcLayout(CRect(0, 0, m_pFooter->width(), m_pFooter->height()));
 
     AuditPatients();
     return FALSE;

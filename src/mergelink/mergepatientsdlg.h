@@ -19,6 +19,11 @@ class LinkedPatientInfo;
 class MergePatientsDlgImpl;
 class PatientDetailRecord;
 
+class XPButton;
+
+// Widens a footer button to its text (the longer affirmative labels).
+BRAVIK_EXPORT void FitFooterButton(XPButton& button);
+
 class BRAVIK_EXPORT MergePatientsDlg : public OstrelDlg
 {
     Q_OBJECT

@@ -2,6 +2,7 @@
 
 #include "boundary/bravikmodulestate.h"
 #include "boundary/resource.h"
+#include "mergelink/comparisonlistctrl.h"
 #include "mergelink/linkedmergelistctrl.h"
 
 #include "addressrecord.h"
@@ -197,11 +198,11 @@ BOOL MergePatientsDlgImpl::Create(const CRect& rect, CWnd* parent)
 bool MergePatientsDlgImpl::CreateLists()
 {
     const ColorSchema& cs = ColorSchema::Instance();
-    m_pHeaderList = new ListCtrlEx();
+    m_pHeaderList = new ComparisonListCtrl();
     m_pHeaderList->setObjectName(QStringLiteral("IDC_MERGE_HEADER_LIST"));
-    m_pFieldList = new ListCtrlEx();
+    m_pFieldList = new ComparisonListCtrl();
     m_pFieldList->setObjectName(QStringLiteral("IDC_MERGE_FIELD_LIST"));
-    m_pAddressList = new ListCtrlEx();
+    m_pAddressList = new ComparisonListCtrl();
     m_pAddressList->setObjectName(QStringLiteral("IDC_MERGE_ADDRESS_LIST"));
     m_pLinkedList = new LinkedMergeListCtrl(*m_pLinkedRecords1, *m_pLinkedRecords2);
     m_pLinkedList->setObjectName(QStringLiteral("IDC_MERGE_LINKED_LIST"));
@@ -217,14 +218,10 @@ bool MergePatientsDlgImpl::CreateLists()
     setUpList(*m_pAddressList, false);
     setUpList(*m_pLinkedList, true);
 
-    m_pHeaderList->SetBkColor(cs.GetListViewDarkRowBkColor());
-    m_pHeaderList->SetTextBkColor(cs.GetListViewDarkRowBkColor());
-    m_pFieldList->SetBkColor(cs.GetListViewDarkRowBkColor());
-    m_pFieldList->SetTextBkColor(cs.GetListCtrlBkColor());
-    m_pAddressList->SetBkColor(cs.GetListCtrlBkColor());
-    m_pAddressList->SetTextBkColor(cs.GetListCtrlBkColor());
-    m_pLinkedList->SetBkColor(cs.GetListCtrlBkColor());
-    m_pLinkedList->SetTextBkColor(cs.GetListViewDarkRowBkColor());
+    m_pHeaderList->SetRowColors(cs.GetListViewDarkRowBkColor(), cs.GetListViewDarkRowBkColor());
+    m_pFieldList->SetRowColors(cs.GetListViewDarkRowBkColor(), cs.GetListCtrlBkColor());
+    m_pAddressList->SetRowColors(cs.GetListCtrlBkColor(), cs.GetListCtrlBkColor());
+    m_pLinkedList->SetRowColors(cs.GetListCtrlBkColor(), cs.GetListViewDarkRowBkColor());
     return true;
 }
 
@@ -408,7 +405,7 @@ void MergePatientsDlgImpl::OnSelectAll(int column)
     }
     m_bComplete = true;
     NotifyDialog();
-    for (ListCtrlEx* list : {m_pFieldList, m_pAddressList, static_cast<ListCtrlEx*>(m_pLinkedList)})
+    for (ListCtrlEx* list : {m_pFieldList, m_pAddressList, static_cast<ComparisonListCtrl*>(m_pLinkedList)})
         list->viewport()->update();
 }
 
@@ -416,7 +413,7 @@ void MergePatientsDlgImpl::UpdateCompleteness()
 {
     int chosen = 0;
     int expected = m_pFieldList->GetItemCount() + m_pAddressList->GetItemCount();
-    for (ListCtrlEx* list : {m_pFieldList, m_pAddressList, static_cast<ListCtrlEx*>(m_pLinkedList)}) {
+    for (ListCtrlEx* list : {m_pFieldList, m_pAddressList, static_cast<ComparisonListCtrl*>(m_pLinkedList)}) {
         for (int row = 0; row < list->GetItemCount(); ++row) {
             chosen += isChecked(list, row, 1) ? 1 : 0;
             chosen += isChecked(list, row, 2) ? 1 : 0;

@@ -24,6 +24,7 @@
 
 #include <vector>
 
+class ComparisonListCtrl;
 class LinkedMergeListCtrl;
 class LinkedPatientInfo;
 class ListCtrlEx;
@@ -89,9 +90,9 @@ public:
 
     const PatientDetailRecord* GetRecord1() const { return m_pRecord1; }
     const PatientDetailRecord* GetRecord2() const { return m_pRecord2; }
-    ListCtrlEx* GetHeaderList() const { return m_pHeaderList; }
-    ListCtrlEx* GetFieldList() const { return m_pFieldList; }
-    ListCtrlEx* GetAddressList() const { return m_pAddressList; }
+    ComparisonListCtrl* GetHeaderList() const { return m_pHeaderList; }
+    ComparisonListCtrl* GetFieldList() const { return m_pFieldList; }
+    ComparisonListCtrl* GetAddressList() const { return m_pAddressList; }
     LinkedMergeListCtrl* GetLinkedList() const { return m_pLinkedList; }
     const std::vector<ACE_CString>& GetLinkedOrganizations() const { return m_linkedOrganizations; }
     int GetParentValue() const { return m_nParentValue; }
@@ -130,9 +131,9 @@ private:
     bool IsBlocked(const ACE_CString& organizationID) const;
     void EraseBackground(QPainter& dc);
 
-    ListCtrlEx* m_pHeaderList = nullptr;
-    ListCtrlEx* m_pFieldList = nullptr;
-    ListCtrlEx* m_pAddressList = nullptr;
+    ComparisonListCtrl* m_pHeaderList = nullptr;
+    ComparisonListCtrl* m_pFieldList = nullptr;
+    ComparisonListCtrl* m_pAddressList = nullptr;
     LinkedMergeListCtrl* m_pLinkedList = nullptr;
     PatientDetailRecord* m_pRecord1;
     PatientDetailRecord* m_pRecord2;

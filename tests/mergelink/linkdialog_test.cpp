@@ -7,6 +7,7 @@
 #include "boundary/dialogheader.h"
 #include "boundary/linkpatientsdlgcreator.h"
 #include "mergelink/linkpatientsdlg.h"
+#include "mergelink/comparisonlistctrl.h"
 #include "mergelink/linkpatientsdlgimpl.h"
 
 #include "faultyservices.h"
@@ -132,8 +133,13 @@ TEST_F(LinkTest, DialogShowsBothRecordsReadOnly)
             EXPECT_EQ(panel.GetGap() + 2 * h, panel.GetCompareList()->geometry().top());
             EXPECT_EQ(panel.GetCompareList()->geometry().bottom() + 1, panel.GetAddressList()->geometry().top());
             const ColorSchema& cs = ColorSchema::Instance();
-            EXPECT_EQ(cs.GetListViewDarkRowBkColor(), panel.GetHeaderList()->GetTextBkColor());
-            EXPECT_EQ(cs.GetListCtrlBkColor(), panel.GetCompareList()->GetTextBkColor());
+            EXPECT_EQ(cs.GetListViewDarkRowBkColor(), panel.GetHeaderList()->GetFirstRowColor());
+            EXPECT_EQ(cs.GetListViewDarkRowBkColor(), panel.GetHeaderList()->GetSecondRowColor());
+            EXPECT_EQ(cs.GetListViewDarkRowBkColor(), panel.GetCompareList()->GetFirstRowColor());
+            EXPECT_EQ(cs.GetListCtrlBkColor(), panel.GetCompareList()->GetSecondRowColor());
+            EXPECT_EQ(cs.GetListCtrlBkColor(), panel.GetAddressList()->GetFirstRowColor());
+            // The affirmative button is wide enough for its text.
+            EXPECT_GE(dlg.GetFooter()->GetOKButton().width(), dlg.GetFooter()->GetOKButton().sizeHint().width());
             ClickButton(&dlg.GetFooter()->GetCancelButton());
         },
         "link_dialog");

@@ -178,7 +178,7 @@ TEST_F(LinkedListTest, LabelBoxesTakeTheWidestLabelsWidth)
     const QFontMetrics metrics(DrawMaster::GetNormalFont());
     EXPECT_EQ(first->GetLabelWidth(), second->GetLabelWidth());
     EXPECT_GE(first->GetLabelWidth(), metrics.horizontalAdvance(QStringLiteral("MRN(WESTERN REGION):")));
-    EXPECT_LT(first->GetLabelWidth(), metrics.horizontalAdvance(QStringLiteral("MRN(WESTERN REGION):")) + 10);
+    EXPECT_LT(first->GetLabelWidth(), metrics.horizontalAdvance(QStringLiteral("MRN(WESTERN REGION):")) + 16);
 }
 
 TEST_F(LinkedListTest, DetailTextsOfARecord)

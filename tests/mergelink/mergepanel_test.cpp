@@ -6,6 +6,7 @@
 
 #include "boundary/dialogfooter.h"
 #include "boundary/dialogheader.h"
+#include "mergelink/comparisonlistctrl.h"
 #include "mergelink/linkedmergelistctrl.h"
 #include "mergelink/mergepatientsdlg.h"
 #include "mergelink/mergepatientsdlgimpl.h"
@@ -16,6 +17,7 @@
 #include "listctrlex.h"
 #include "listimagesubitem.h"
 #include "localefunctions.h"
+#include "screenshot.h"
 #include "windowmessage.h"
 
 #include <QFontMetrics>
@@ -175,11 +177,17 @@ TEST_F(MergePanelTest, ListColumnsAndCellKinds)
         EXPECT_TRUE(MergeForm::IsRadio(f.AddressList(), 0, 1));
         // Row colours from the colour scheme.
         const ColorSchema& cs = ColorSchema::Instance();
-        EXPECT_EQ(cs.GetListViewDarkRowBkColor(), f.HeaderList().GetBkColor());
-        EXPECT_EQ(cs.GetListViewDarkRowBkColor(), f.HeaderList().GetTextBkColor());
-        EXPECT_EQ(cs.GetListViewDarkRowBkColor(), f.FieldList().GetBkColor());
-        EXPECT_EQ(cs.GetListCtrlBkColor(), f.FieldList().GetTextBkColor());
-        EXPECT_EQ(cs.GetListCtrlBkColor(), f.AddressList().GetBkColor());
+        EXPECT_EQ(cs.GetListViewDarkRowBkColor(), f.Panel().GetHeaderList()->GetFirstRowColor());
+        EXPECT_EQ(cs.GetListViewDarkRowBkColor(), f.Panel().GetHeaderList()->GetSecondRowColor());
+        EXPECT_EQ(cs.GetListViewDarkRowBkColor(), f.Panel().GetFieldList()->GetFirstRowColor());
+        EXPECT_EQ(cs.GetListCtrlBkColor(), f.Panel().GetFieldList()->GetSecondRowColor());
+        EXPECT_EQ(cs.GetListCtrlBkColor(), f.Panel().GetAddressList()->GetFirstRowColor());
+        EXPECT_EQ(cs.GetListCtrlBkColor(), f.Panel().GetAddressList()->GetSecondRowColor());
+        EXPECT_EQ(cs.GetListCtrlBkColor(), f.LinkedList().GetFirstRowColor());
+        EXPECT_EQ(cs.GetListViewDarkRowBkColor(), f.LinkedList().GetSecondRowColor());
+        // The linked list shows its column titles above the rows.
+        EXPECT_TRUE(f.LinkedList().horizontalHeader()->isVisible());
+        EXPECT_GT(f.LinkedList().viewport()->geometry().top(), 0);
         // The address row holds four more lines of text.
         EXPECT_GT(f.AddressList().GetItemHeight(), f.FieldList().GetItemHeight() + 3 * QFontMetrics(f.AddressList().font()).height() - 4);
         f.ClickCancel();
@@ -420,6 +428,44 @@ TEST_F(MergePanelTest, ListsAreStackedUnderEachOther)
         EXPECT_EQ(f.Panel().width(), f.FieldList().width());
         f.ClickCancel();
     }, *user);
+}
+
+} // namespace
+
+namespace {
+
+// A realistic pair for the pictures: defaults applied, then a linked row opened.
+TEST_F(MergePanelTest, LinkedRowExpandedInTheDialog)
+{
+    TwoPatients();
+    for (PatientDetailRecord* p : {p1, p2}) {
+        p->SetAddressLine1("12 Harbour Road");
+        p->SetCity("Springfield");
+        p->SetStateCode("IL");
+        p->SetPostalCode("62701");
+        p->SetHomeNumber("555-0100");
+    }
+    p2->SetAddressLine2("Flat 3");
+    p1->SetPatientGID("123456789");
+    p2->SetPatientGID("123456789");
+    auto* s1 = lists.AddFirst(Record("L1S", "S-4410", "SOUTH", "Smith", "John"));
+    auto* s2 = lists.AddSecond(Record("L2S", "S-4411", "SOUTH", "Smyth", "John"));
+    lists.AddSecond(Record("L2E", "E-0077", "EAST", "Smyth", "John"));
+    s1->SetSexCode("M");
+    s1->SetDOB(BDate(1970, 1, 1));
+    s1->SetAddressLine1("12 Harbour Road");
+    s1->SetCity("Springfield");
+    s1->SetStateCode("IL");
+    s1->SetPostalCode("62701");
+    s2->SetSexCode("M");
+    int rows = 0;
+    RunMergeDialog(lists, [&](MergeForm& f) {
+        f.ToggleLinked(0);
+        rows = f.LinkedList().GetItemCount();
+        SaveScreenshot(&f.Dialog(), "merge_dialog_linked_expanded");
+        f.ClickCancel();
+    }, *user, "merge_dialog_defaults_linked");
+    EXPECT_EQ(2 + LinkedMergeListCtrl::DETAIL_ROWS, rows);
 }
 
 } // namespace
