@@ -2,6 +2,7 @@
 
 #include <archivechecker.h>
 #include <archivedb.h>
+#include <candidatestore.h>
 #include <demoseeder.h>
 
 #include <chrono>
@@ -25,6 +26,8 @@ const char* const kUsage =
     "                             the same seed gives the same data\n"
     "  stats FILE                 rows per table\n"
     "  check FILE                 integrity check: prints OK or each violation\n"
+    "  rebuild-candidates FILE    recompute the kept merge/link candidate pairs,\n"
+    "                             with progress\n"
     "  --help                     this text\n"
     "\n"
     "Exit status: 0 done, 1 failed or violations found, 2 bad usage.\n";
@@ -136,6 +139,20 @@ int Check(const std::string& path, std::ostream& out)
     return 1;
 }
 
+int RebuildCandidates(const std::string& path, std::ostream& out, std::ostream& err)
+{
+    ArchiveDb db(path, ArchiveDb::Mode::OpenExisting);
+    const auto start = std::chrono::steady_clock::now();
+    const long long pairs = CandidateStore(db).Rebuild([&](int step, int steps, const char* what) {
+        err << "\rrebuilding candidates: step " << step << " / " << steps << " (" << what << ")" << std::flush;
+    });
+    err << "\n";
+    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    out << "Rebuilt " << pairs << " candidate pairs in " << path << " in " << std::fixed << std::setprecision(1)
+        << seconds << " s\n";
+    return 0;
+}
+
 } // namespace
 
 int RunArchiveTool(const std::vector<std::string>& args, std::ostream& out, std::ostream& err)
@@ -147,7 +164,8 @@ int RunArchiveTool(const std::vector<std::string>& args, std::ostream& out, std:
         out << kUsage;
         return 0;
     }
-    if (command != "init" && command != "seed" && command != "stats" && command != "check")
+    if (command != "init" && command != "seed" && command != "stats" && command != "check"
+        && command != "rebuild-candidates")
         return Usage(err, "unknown command '" + command + "'");
     if (args.size() < 2 || args[1].empty() || args[1][0] == '-')
         return Usage(err, command + ": missing FILE");
@@ -191,6 +209,8 @@ int RunArchiveTool(const std::vector<std::string>& args, std::ostream& out, std:
             return 1;
         if (command == "stats")
             return Stats(path, out);
+        if (command == "rebuild-candidates")
+            return RebuildCandidates(path, out, err);
         return Check(path, out);
     } catch (const std::exception& e) {
         err << "bravik-archive: " << e.what() << "\n";

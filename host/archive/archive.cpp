@@ -2,6 +2,7 @@
 
 #include "archivecontext.h"
 #include "archivedb.h"
+#include "candidatestore.h"
 #include "journal.h"
 #include "sqlitedictionaryservice.h"
 #include "sqliteexamservice.h"
@@ -37,7 +38,13 @@ struct Archive::Previous
 
 std::unique_ptr<Archive> Archive::Open(const std::string& path)
 {
-    return std::unique_ptr<Archive>(new Archive(std::make_unique<ArchiveDb>(path)));
+    auto db = std::make_unique<ArchiveDb>(path);
+    // Candidates left stale by a bulk load or an older program are rebuilt
+    // once here rather than inside a user's search.
+    CandidateStore candidates(*db);
+    if (!GuardDb("opening the archive", [&] { return candidates.Fresh(); }))
+        candidates.Rebuild();
+    return std::unique_ptr<Archive>(new Archive(std::move(db)));
 }
 
 Archive::Archive(std::unique_ptr<ArchiveDb> db)

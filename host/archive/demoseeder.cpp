@@ -95,6 +95,10 @@ const Ranked kPriorities[] = {{"R", "Routine", 3}, {"S", "STAT", 0}, {"A", "ASAP
                               {"U", "Urgent", 2}, {"E", "Elective", 4}};
 const Code kLinkMergeReasons[] = {{CandidateReasonCode::SharedIdentifier, "Same SSN"},
                                   {CandidateReasonCode::NameAndBirthDate, "Same Name and Date of Birth"},
+                                  {"SOUNDDOB", "Similar Sounding Name and Date of Birth"},
+                                  {"FIRSTDOBSEX", "Same First Name, Date of Birth and Sex"},
+                                  {"DOBSWAP", "Same Name, Birth Day and Month Swapped"},
+                                  {"NAMESWAP", "First and Last Name Swapped"},
                                   {"DUP", "Duplicate"},
                                   {"REG", "Registration error"},
                                   {"TYPO", "Typing error in demographics"},

@@ -2,9 +2,31 @@
 
 #include "archivedb.h"
 
+#include "candidaterules.h"
+
 #include <SQLiteCpp/Statement.h>
+#include <sqlite3.h>
 
 namespace {
+
+std::string Arg(sqlite3_value* v)
+{
+    const unsigned char* text = sqlite3_value_text(v);
+    return text ? std::string(reinterpret_cast<const char*>(text), static_cast<size_t>(sqlite3_value_bytes(v)))
+                : std::string();
+}
+
+template <std::string (*F)(const std::string&)>
+void Call(sqlite3_context* ctx, int, sqlite3_value** argv)
+{
+    const std::string out = F(Arg(argv[0]));
+    sqlite3_result_text(ctx, out.c_str(), static_cast<int>(out.size()), SQLITE_TRANSIENT);
+}
+
+std::string Sound(const std::string& text)
+{
+    return CandidateRules::Phonetic(CandidateRules::Normalize(text));
+}
 
 std::string Placeholders(size_t n)
 {
@@ -33,6 +55,13 @@ void Read(SQLite::Statement& q, int col, CandidatePatient& p)
 ScanCandidateSearch::ScanCandidateSearch(ArchiveDb& db)
     : m_db(db)
 {
+    // The rules' own normalising, sound and date functions, so this query
+    // and the kept pairs agree by construction.
+    sqlite3* h = m_db.Handle().getHandle();
+    const int flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC;
+    sqlite3_create_function_v2(h, "bravik_norm", 1, flags, nullptr, &Call<CandidateRules::Normalize>, nullptr, nullptr, nullptr);
+    sqlite3_create_function_v2(h, "bravik_sound", 1, flags, nullptr, &Call<Sound>, nullptr, nullptr, nullptr);
+    sqlite3_create_function_v2(h, "bravik_swap", 1, flags, nullptr, &Call<CandidateRules::SwapDayMonth>, nullptr, nullptr, nullptr);
 }
 
 int ScanCandidateSearch::Find(const CandidateCriteria& c, std::vector<CandidatePair>& pairs, long long& total)
@@ -75,14 +104,28 @@ int ScanCandidateSearch::Find(const CandidateCriteria& c, std::vector<CandidateP
         binds.push_back(c.dobEnd);
     }
 
+    // The blocking rules written out as self-joins; the cap on block sizes is
+    // left out (this search serves as the reference on small archives).
+    const std::string same = " JOIN patients b ON a.patient_key < b.patient_key AND ";
     std::string sql =
         "WITH pairs(ka, kb, why) AS ("
-        " SELECT a.patient_key, b.patient_key, 1 FROM patients a JOIN patients b"
-        "  ON b.global_id = a.global_id AND a.patient_key < b.patient_key WHERE a.global_id <> ''"
-        " UNION ALL"
-        " SELECT a.patient_key, b.patient_key, 2 FROM patients a JOIN patients b"
-        "  ON b.last_name = a.last_name COLLATE NOCASE AND b.first_name = a.first_name COLLATE NOCASE"
-        "  AND b.dob = a.dob AND a.patient_key < b.patient_key WHERE a.dob <> '' AND a.last_name <> ''"
+        " SELECT a.patient_key, b.patient_key, 1 FROM patients a" + same + "b.global_id = a.global_id"
+        "  WHERE a.global_id <> ''"
+        " UNION ALL SELECT a.patient_key, b.patient_key, 2 FROM patients a" + same + "b.dob = a.dob"
+        "  WHERE a.dob <> '' AND bravik_norm(a.last_name) <> '' AND bravik_norm(a.last_name) = bravik_norm(b.last_name)"
+        "  AND bravik_norm(a.first_name) = bravik_norm(b.first_name)"
+        " UNION ALL SELECT a.patient_key, b.patient_key, 3 FROM patients a" + same + "b.dob = a.dob"
+        "  WHERE a.dob <> '' AND bravik_sound(a.last_name) <> '' AND bravik_sound(a.last_name) = bravik_sound(b.last_name)"
+        " UNION ALL SELECT a.patient_key, b.patient_key, 4 FROM patients a" + same + "b.dob = a.dob"
+        "  WHERE a.dob <> '' AND a.sex_code <> '' AND b.sex_code = a.sex_code AND bravik_norm(a.first_name) <> ''"
+        "  AND bravik_norm(a.first_name) = bravik_norm(b.first_name)"
+        " UNION ALL SELECT a.patient_key, b.patient_key, 5 FROM patients a" + same + "b.dob = bravik_swap(a.dob)"
+        "  WHERE bravik_swap(a.dob) <> '' AND bravik_norm(a.last_name) <> ''"
+        "  AND bravik_norm(a.last_name) = bravik_norm(b.last_name) AND bravik_norm(a.first_name) = bravik_norm(b.first_name)"
+        " UNION ALL SELECT a.patient_key, b.patient_key, 6 FROM patients a" + same + "b.dob = a.dob"
+        "  WHERE a.dob <> '' AND bravik_norm(a.last_name) <> '' AND bravik_norm(a.first_name) <> ''"
+        "  AND bravik_norm(a.last_name) <> bravik_norm(a.first_name)"
+        "  AND bravik_norm(a.last_name) = bravik_norm(b.first_name) AND bravik_norm(a.first_name) = bravik_norm(b.last_name)"
         "), best AS (SELECT ka, kb, min(why) AS why FROM pairs GROUP BY ka, kb)";
     if (!who.empty())
         sql += ", hits AS (SELECT p.patient_key FROM patients p WHERE " + who + ")";
@@ -118,7 +161,7 @@ int ScanCandidateSearch::Find(const CandidateCriteria& c, std::vector<CandidateP
         }
     }
     sql += " AND ((" + mergeHalf + ") OR (" + linkHalf + "))";
-    sql += " ORDER BY best.why, a.last_name COLLATE NOCASE, a.first_name COLLATE NOCASE, a.dob, best.ka, best.kb";
+    sql += " ORDER BY a.last_name COLLATE NOCASE, a.first_name COLLATE NOCASE, best.ka, best.kb";
 
     return GuardDb("candidate search", [&] {
         SQLite::Statement q(m_db.Handle(), sql);

@@ -4,7 +4,9 @@
 
 class ArchiveDb;
 
-// The first implementation: one SQL self-join over the patient indexes.
+// The straightforward search: the blocking rules as SQL self-joins over the
+// patients, ignored and linked pairs taken out with anti-joins. Slow at scale;
+// kept as the reference the kept pairs are checked against.
 class BRAVIK_ARCHIVE_EXPORT ScanCandidateSearch : public CandidateSearch
 {
 public:

@@ -310,7 +310,100 @@ CREATE INDEX patients_by_mrn ON patients(mrn);
 CREATE INDEX ignored_pairs_by_b ON ignored_pairs(key_b);
 )SQL";
 
-const char* const kMigrations[] = {kV1, kV2, kV3};
+// Merge/link candidates kept as patients change: one row per pair (key_a <
+// key_b) carrying what the search filters and sorts on, so the search reads
+// index ranges instead of joining patients. `rules` holds a bit per blocking
+// rule that pairs them, `reason` the lowest. Totals per reason, half and
+// organizations are kept alongside so an unfiltered search never counts rows.
+// Writes that bypass the upkeep (bulk loads, repairs) mark the store stale
+// through the triggers; a stale store is rebuilt before it is searched.
+const char* const kV4 = R"SQL(
+CREATE INDEX patients_by_dob ON patients(dob) WHERE dob <> '';
+
+CREATE TABLE candidate_pairs (
+  key_a TEXT NOT NULL,
+  key_b TEXT NOT NULL,
+  rules INTEGER NOT NULL,
+  reason INTEGER NOT NULL,
+  merge INTEGER NOT NULL,
+  org_a TEXT NOT NULL,
+  org_b TEXT NOT NULL,
+  a_last TEXT NOT NULL COLLATE NOCASE,
+  a_first TEXT NOT NULL COLLATE NOCASE,
+  a_middle TEXT NOT NULL,
+  a_mrn TEXT NOT NULL,
+  a_sex TEXT NOT NULL,
+  a_dob TEXT NOT NULL,
+  a_gid TEXT NOT NULL,
+  b_last TEXT NOT NULL COLLATE NOCASE,
+  b_first TEXT NOT NULL COLLATE NOCASE,
+  b_middle TEXT NOT NULL,
+  b_mrn TEXT NOT NULL,
+  b_sex TEXT NOT NULL,
+  b_dob TEXT NOT NULL,
+  b_gid TEXT NOT NULL,
+  PRIMARY KEY (key_a, key_b),
+  CHECK (key_a < key_b)
+);
+CREATE INDEX candidate_pairs_by_b ON candidate_pairs(key_b);
+CREATE INDEX candidate_pairs_in_order ON candidate_pairs(a_last, a_first, key_a, key_b);
+CREATE INDEX candidate_pairs_by_reason ON candidate_pairs(reason, a_last, a_first, key_a, key_b);
+CREATE INDEX candidate_pairs_by_half ON candidate_pairs(merge, a_last, a_first, key_a, key_b);
+CREATE INDEX candidate_pairs_by_b_name ON candidate_pairs(b_last, b_first);
+CREATE INDEX candidate_pairs_by_a_first ON candidate_pairs(a_first);
+CREATE INDEX candidate_pairs_by_b_first ON candidate_pairs(b_first);
+CREATE INDEX candidate_pairs_by_a_dob ON candidate_pairs(a_dob);
+CREATE INDEX candidate_pairs_by_b_dob ON candidate_pairs(b_dob);
+CREATE INDEX candidate_pairs_by_a_mrn ON candidate_pairs(a_mrn);
+CREATE INDEX candidate_pairs_by_b_mrn ON candidate_pairs(b_mrn);
+CREATE INDEX candidate_pairs_by_a_gid ON candidate_pairs(a_gid);
+CREATE INDEX candidate_pairs_by_b_gid ON candidate_pairs(b_gid);
+
+CREATE TABLE candidate_counts (
+  reason INTEGER NOT NULL,
+  merge INTEGER NOT NULL,
+  org_a TEXT NOT NULL,
+  org_b TEXT NOT NULL,
+  n INTEGER NOT NULL,
+  PRIMARY KEY (reason, merge, org_a, org_b)
+) WITHOUT ROWID;
+CREATE TRIGGER candidate_pairs_counted_in AFTER INSERT ON candidate_pairs
+BEGIN
+  INSERT INTO candidate_counts(reason, merge, org_a, org_b, n) VALUES (NEW.reason, NEW.merge, NEW.org_a, NEW.org_b, 1)
+  ON CONFLICT (reason, merge, org_a, org_b) DO UPDATE SET n = n + 1;
+END;
+CREATE TRIGGER candidate_pairs_counted_out AFTER DELETE ON candidate_pairs
+BEGIN
+  UPDATE candidate_counts SET n = n - 1
+  WHERE reason = OLD.reason AND merge = OLD.merge AND org_a = OLD.org_a AND org_b = OLD.org_b;
+END;
+CREATE TRIGGER candidate_pairs_recounted AFTER UPDATE OF reason, merge, org_a, org_b ON candidate_pairs
+BEGIN
+  UPDATE candidate_counts SET n = n - 1
+  WHERE reason = OLD.reason AND merge = OLD.merge AND org_a = OLD.org_a AND org_b = OLD.org_b;
+  INSERT INTO candidate_counts(reason, merge, org_a, org_b, n) VALUES (NEW.reason, NEW.merge, NEW.org_a, NEW.org_b, 1)
+  ON CONFLICT (reason, merge, org_a, org_b) DO UPDATE SET n = n + 1;
+END;
+
+CREATE TABLE candidate_state (
+  id INTEGER PRIMARY KEY CHECK (id = 1),
+  fresh INTEGER NOT NULL
+);
+INSERT INTO candidate_state(id, fresh) VALUES (1, 0);
+CREATE TRIGGER candidates_stale_on_insert AFTER INSERT ON patients
+BEGIN UPDATE candidate_state SET fresh = 0 WHERE fresh <> 0; END;
+CREATE TRIGGER candidates_stale_on_delete AFTER DELETE ON patients
+BEGIN UPDATE candidate_state SET fresh = 0 WHERE fresh <> 0; END;
+CREATE TRIGGER candidates_stale_on_update AFTER UPDATE OF org_key, mrn, last_name, first_name, middle_name, sex_code,
+  dob, global_id, link_group ON patients
+BEGIN UPDATE candidate_state SET fresh = 0 WHERE fresh <> 0; END;
+CREATE TRIGGER candidates_stale_on_ignore AFTER INSERT ON ignored_pairs
+BEGIN UPDATE candidate_state SET fresh = 0 WHERE fresh <> 0; END;
+CREATE TRIGGER candidates_stale_on_unignore AFTER DELETE ON ignored_pairs
+BEGIN UPDATE candidate_state SET fresh = 0 WHERE fresh <> 0; END;
+)SQL";
+
+const char* const kMigrations[] = {kV1, kV2, kV3, kV4};
 
 } // namespace
 

@@ -2,10 +2,12 @@
 
 #include "archivecontext.h"
 #include "archiveerror.h"
+#include "candidaterules.h"
+#include "candidatestore.h"
 #include "dictionarytopic.h"
 #include "keygenerator.h"
 #include "patientrow.h"
-#include "scancandidatesearch.h"
+#include "indexedcandidatesearch.h"
 
 #include <bparser.h>
 #include <bpersonname.h>
@@ -42,7 +44,7 @@ SqlitePatientService::SqlitePatientService(ArchiveContext& context, std::unique_
     : m_ctx(context), m_search(std::move(search))
 {
     if (!m_search)
-        m_search = std::make_unique<ScanCandidateSearch>(m_ctx.Db());
+        m_search = std::make_unique<IndexedCandidateSearch>(m_ctx.Db());
 }
 
 SqlitePatientService::~SqlitePatientService() = default;
@@ -104,6 +106,27 @@ bool SqlitePatientService::SameOrg(const std::string& given, const Row& row)
         return true;
     const auto org = m_ctx.OrgByKeyOrId(given);
     return org && org->key == row.orgKey;
+}
+
+std::vector<std::string> SqlitePatientService::GroupKeys(const std::vector<Row>& rows)
+{
+    std::set<std::string> keys;
+    for (const Row& r : rows) {
+        keys.insert(r.key);
+        for (const Row& member : GroupMembers(r.group))
+            keys.insert(member.key);
+    }
+    return {keys.begin(), keys.end()};
+}
+
+std::string SqlitePatientService::MatchingFields(const std::string& key)
+{
+    auto& q = m_ctx.Db().Prepare("SELECT last_name || char(31) || first_name || char(31) || dob || char(31) || sex_code"
+                                 " || char(31) || global_id FROM patients WHERE patient_key = ?");
+    q.bind(1, key);
+    const std::string fields = q.executeStep() ? q.getColumn(0).getString() : std::string();
+    q.reset();
+    return fields;
 }
 
 void SqlitePatientService::CaptureGroup(long long journalId, const std::string& group)
@@ -186,6 +209,8 @@ int SqlitePatientService::CreatePatient(PatientDetailRecord* record, ACE_CString
         dup.reset();
         if (taken)
             return ArchiveResult::Conflict;
+        CandidateStore candidates(db);
+        const auto kept = candidates.Before({});
         const std::string key = KeyGenerator::NewKey();
         auto& st = db.Prepare("INSERT INTO patients(patient_key, org_key, created, modified, " + PatientRow::Columns() +
                               ") VALUES (?, ?, ?, ?, " + PatientRow::Placeholders() + ")");
@@ -196,6 +221,7 @@ int SqlitePatientService::CreatePatient(PatientDetailRecord* record, ACE_CString
         st.bind(4, now);
         PatientRow::Bind(st, *record, 5);
         db.Write(st);
+        candidates.After(kept, {key});
         m_ctx.Log().Audit(m_ctx.User(), key, AuditEvent::PatientCreated);
         tx.Commit();
         newPatientKey = key.c_str();
@@ -233,11 +259,22 @@ int SqlitePatientService::ModifyPatient(PatientDetailRecord* record)
         dup.reset();
         if (taken)
             return ArchiveResult::Conflict;
+        CandidateStore candidates(db);
+        const auto kept = candidates.Before({row.key});
+        const std::string matchedOn = MatchingFields(row.key);
         auto& st = db.Prepare("UPDATE patients SET " + PatientRow::Assignments() + ", modified = ? WHERE patient_key = ?");
         const int next = PatientRow::Bind(st, *record, 1);
         st.bind(next, ArchiveDb::NowText());
         st.bind(next + 1, row.key);
         db.Write(st);
+        if (MatchingFields(row.key) != matchedOn) {
+            // The user ignored a pair as the patients were; a change to what
+            // pairs them asks the question again.
+            auto& reopen = db.Prepare("DELETE FROM ignored_pairs WHERE key_a = ?1 OR key_b = ?1");
+            reopen.bind(1, row.key);
+            db.Write(reopen);
+        }
+        candidates.After(kept);
         m_ctx.Log().Audit(m_ctx.User(), row.key, AuditEvent::PatientModified);
         tx.Commit();
         return ArchiveResult::Ok;
@@ -259,6 +296,8 @@ int SqlitePatientService::DeletePatient(const ACE_CString& patientKey, const ACE
         auto& db = m_ctx.Db();
         auto& log = m_ctx.Log();
         WriteTransaction tx(db);
+        CandidateStore candidates(db);
+        const auto kept = candidates.Before({row.key});
         const long long j = log.Begin(m_ctx.User(), "delete-patient", row.key, row.orgKey, S(reason));
         const std::string examsOf = "exam_key IN (SELECT exam_key FROM exams WHERE patient_key = @v)";
         log.Capture(j, "patients", "patient_key", "patient_key = @v", row.key);
@@ -280,6 +319,7 @@ int SqlitePatientService::DeletePatient(const ACE_CString& patientKey, const ACE
             db.Write(st);
         }
         TidyGroup(row.group);
+        candidates.After(kept);
         log.Audit(m_ctx.User(), row.key, AuditEvent::PatientDeleted, S(reason));
         tx.Commit();
         return ArchiveResult::Ok;
@@ -413,6 +453,8 @@ int SqlitePatientService::LinkPatients(const ACE_CString& patientKey, const ACE_
         auto& db = m_ctx.Db();
         auto& log = m_ctx.Log();
         WriteTransaction tx(db);
+        CandidateStore candidates(db);
+        const auto kept = candidates.Before(GroupKeys({a, b}));
         const long long j = log.Begin(m_ctx.User(), "link", a.key, b.key, std::string());
         log.Capture(j, "patients", "patient_key", "patient_key = @v", a.key);
         log.Capture(j, "patients", "patient_key", "patient_key = @v", b.key);
@@ -446,6 +488,7 @@ int SqlitePatientService::LinkPatients(const ACE_CString& patientKey, const ACE_
         };
         join(a);
         join(b);
+        candidates.After(kept);
         log.Audit(m_ctx.User(), a.key, AuditEvent::PatientsLinked, b.key);
         tx.Commit();
         if (linkId)
@@ -470,12 +513,15 @@ int SqlitePatientService::UnLinkPatient(const ACE_CString& patientKey, const ACE
         auto& db = m_ctx.Db();
         auto& log = m_ctx.Log();
         WriteTransaction tx(db);
+        CandidateStore candidates(db);
+        const auto kept = candidates.Before(GroupKeys({row}));
         const long long j = log.Begin(m_ctx.User(), "unlink", row.key, row.group, std::string());
         CaptureGroup(j, row.group);
         auto& st = db.Prepare("UPDATE patients SET link_group = NULL WHERE patient_key = ?");
         st.bind(1, row.key);
         db.Write(st);
         TidyGroup(row.group);
+        candidates.After(kept);
         log.Audit(m_ctx.User(), row.key, AuditEvent::PatientUnlinked, row.group);
         tx.Commit();
         return ArchiveResult::Ok;
@@ -570,6 +616,13 @@ int SqlitePatientService::MergePatients(const ACE_CString& sourcePatientKey, Pat
 
         auto& log = m_ctx.Log();
         WriteTransaction tx(db);
+        CandidateStore candidates(db);
+        std::vector<Row> touched = {source, survivor};
+        for (const auto& [from, to] : pairs) {
+            touched.push_back(from);
+            touched.push_back(to);
+        }
+        const auto candidatesBefore = candidates.Before(GroupKeys(touched));
         const long long j = log.Begin(m_ctx.User(), "merge", source.key, survivor.key, S(reason));
         for (const auto& [from, to] : pairs) {
             log.Capture(j, "patients", "patient_key", "patient_key = @v", from.key);
@@ -638,6 +691,7 @@ int SqlitePatientService::MergePatients(const ACE_CString& sourcePatientKey, Pat
         } else {
             TidyGroup(survivor.group);
         }
+        candidates.After(candidatesBefore);
         log.Audit(m_ctx.User(), survivor.key, AuditEvent::PatientsMerged, source.key);
         tx.Commit();
         return ArchiveResult::Ok;
@@ -687,16 +741,19 @@ void SqlitePatientService::GetLinkAndMergePatients(std::vector<DuplicatePatientR
     orgList(query.GetLinkOrganizationKeys(), c.linkOff, c.linkOrgKeys);
 
     GuardDb("GetLinkAndMergePatients", [&] {
-        // The reasons a pair can carry are texts of the link/merge reason dictionary.
-        std::map<int, std::string> reasonText{{1, "Same SSN"}, {2, "Same Name and Date of Birth"}};
-        auto& q = m_ctx.Db().Prepare("SELECT code, description FROM dictionary WHERE topic = ? AND code IN (?, ?)");
-        q.bind(1, DictionaryTopic::LinkMergeReason);
-        q.bind(2, CandidateReasonCode::SharedIdentifier);
-        q.bind(3, CandidateReasonCode::NameAndBirthDate);
-        while (q.executeStep())
-            reasonText[q.getColumn(0).getString() == CandidateReasonCode::SharedIdentifier ? 1 : 2] =
-                q.getColumn(1).getString();
-        q.reset();
+        // The reasons a pair can carry are texts of the link/merge reason
+        // dictionary, one per blocking rule; a site without a rule's entry
+        // still gets a readable text.
+        std::map<int, std::string> reasonText;
+        for (int rule = 1; rule <= CandidateRules::kCount; ++rule) {
+            reasonText[rule] = CandidateRules::DefaultReasonText(rule);
+            auto& q = m_ctx.Db().Prepare("SELECT description FROM dictionary WHERE topic = ? AND code = ?");
+            q.bind(1, DictionaryTopic::LinkMergeReason);
+            q.bind(2, CandidateRules::ReasonCode(rule));
+            if (q.executeStep())
+                reasonText[rule] = q.getColumn(0).getString();
+            q.reset();
+        }
         const std::string wanted = S(query.GetReason());
         if (!wanted.empty()) {
             c.reasonKind = -1;
@@ -752,6 +809,8 @@ int SqlitePatientService::IgnoreDuplicatePatients(const ACE_CString& firstPatien
         const std::string& high = std::max(a.key, b.key);
         auto& db = m_ctx.Db();
         WriteTransaction tx(db);
+        CandidateStore candidates(db);
+        const auto kept = candidates.Before({});
         auto& exists = db.Prepare("SELECT 1 FROM ignored_pairs WHERE key_a = ? AND key_b = ?");
         exists.bind(1, low);
         exists.bind(2, high);
@@ -765,6 +824,7 @@ int SqlitePatientService::IgnoreDuplicatePatients(const ACE_CString& firstPatien
         st.bind(3, m_ctx.User());
         st.bind(4, ArchiveDb::NowText());
         db.Write(st);
+        candidates.After(kept, {low, high});
         m_ctx.Log().Audit(m_ctx.User(), low, AuditEvent::DuplicatesIgnored, high);
         tx.Commit();
         return ArchiveResult::Ok;

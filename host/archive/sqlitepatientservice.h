@@ -59,6 +59,10 @@ private:
     int ReadPatient(const std::string& key, PatientDetailRecord& record);
     // The organization an argument names (key or ID); empty text matches anything.
     bool SameOrg(const std::string& given, const Row& row);
+    // The rows' keys and their link groups' members.
+    std::vector<std::string> GroupKeys(const std::vector<Row>& rows);
+    // What the candidate rules read of a patient, as one text.
+    std::string MatchingFields(const std::string& key);
     void CaptureGroup(long long journalId, const std::string& group);
     // Dissolves a group left with fewer than two records.
     void TidyGroup(const std::string& group);

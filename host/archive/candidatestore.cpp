@@ -1,0 +1,403 @@
+#include "candidatestore.h"
+
+#include "archivedb.h"
+
+#include <SQLiteCpp/Statement.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <set>
+#include <unordered_map>
+#include <unordered_set>
+
+using CandidateRules::Person;
+
+namespace {
+
+const char* const kPersonColumns =
+    "patient_key, org_key, coalesce(link_group, ''), mrn, last_name, first_name, middle_name, sex_code, dob, global_id";
+
+Person ReadPerson(SQLite::Statement& q)
+{
+    Person p;
+    p.key = q.getColumn(0).getString();
+    p.orgKey = q.getColumn(1).getString();
+    p.group = q.getColumn(2).getString();
+    p.mrn = q.getColumn(3).getString();
+    p.last = q.getColumn(4).getString();
+    p.first = q.getColumn(5).getString();
+    p.middle = q.getColumn(6).getString();
+    p.sex = q.getColumn(7).getString();
+    p.dob = q.getColumn(8).getString();
+    p.gid = q.getColumn(9).getString();
+    p.Derive();
+    return p;
+}
+
+int LowestRule(int rules)
+{
+    for (int r = 1; r <= CandidateRules::kCount; ++r)
+        if (rules & (1 << r))
+            return r;
+    return 0;
+}
+
+const std::string kInsert =
+    "INSERT INTO candidate_pairs(key_a, key_b, rules, reason, merge, org_a, org_b, a_last, a_first, a_middle, a_mrn, "
+    "a_sex, a_dob, a_gid, b_last, b_first, b_middle, b_mrn, b_sex, b_dob, b_gid) "
+    "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)";
+
+void BindPair(SQLite::Statement& st, const Person& x, const Person& y, int rules)
+{
+    const Person& a = x.key < y.key ? x : y;
+    const Person& b = x.key < y.key ? y : x;
+    st.bind(1, a.key);
+    st.bind(2, b.key);
+    st.bind(3, rules);
+    st.bind(4, LowestRule(rules));
+    st.bind(5, a.orgKey == b.orgKey ? 1 : 0);
+    st.bind(6, a.orgKey);
+    st.bind(7, b.orgKey);
+    int i = 8;
+    for (const Person* p : {&a, &b}) {
+        st.bind(i++, p->last);
+        st.bind(i++, p->first);
+        st.bind(i++, p->middle);
+        st.bind(i++, p->mrn);
+        st.bind(i++, p->sex);
+        st.bind(i++, p->dob);
+        st.bind(i++, p->gid);
+    }
+}
+
+} // namespace
+
+CandidateStore::CandidateStore(ArchiveDb& db)
+    : m_db(db)
+{
+}
+
+bool CandidateStore::Fresh()
+{
+    auto& q = m_db.Prepare("SELECT fresh FROM candidate_state WHERE id = 1");
+    const bool fresh = q.executeStep() && q.getColumn(0).getInt() != 0;
+    q.reset();
+    return fresh;
+}
+
+int CandidateStore::BlockCap()
+{
+    auto& q = m_db.Prepare("SELECT value FROM site_settings WHERE scope = 'policy' AND name = ?");
+    q.bind(1, CandidateRules::kBlockCapSetting);
+    int cap = CandidateRules::kDefaultBlockCap;
+    if (q.executeStep()) {
+        try {
+            cap = std::stoi(q.getColumn(0).getString());
+        } catch (...) {
+            cap = CandidateRules::kDefaultBlockCap;
+        }
+    }
+    q.reset();
+    return cap < 2 ? 2 : cap;
+}
+
+bool CandidateStore::LoadPerson(const std::string& key, Person& p)
+{
+    auto& q = m_db.Prepare(std::string("SELECT ") + kPersonColumns + " FROM patients WHERE patient_key = ?");
+    q.bind(1, key);
+    const bool found = q.executeStep();
+    if (found)
+        p = ReadPerson(q);
+    q.reset();
+    return found;
+}
+
+std::vector<Person> CandidateStore::Neighbours(const Person& p)
+{
+    std::map<std::string, Person> found;
+    auto run = [&](const std::string& sql, const std::string& value) {
+        if (value.empty())
+            return;
+        auto& q = m_db.Prepare(sql);
+        q.bind(1, value);
+        while (q.executeStep()) {
+            Person n = ReadPerson(q);
+            if (n.key != p.key)
+                found.emplace(n.key, std::move(n));
+        }
+        q.reset();
+    };
+    run(std::string("SELECT ") + kPersonColumns + " FROM patients WHERE global_id = ? AND global_id <> ''", p.gid);
+    const std::string byDob = std::string("SELECT ") + kPersonColumns + " FROM patients WHERE dob = ? AND dob <> ''";
+    run(byDob, p.dob);
+    run(byDob, CandidateRules::SwapDayMonth(p.dob));
+    std::vector<Person> out;
+    out.reserve(found.size());
+    for (auto& [key, person] : found)
+        out.push_back(std::move(person));
+    return out;
+}
+
+bool CandidateStore::Excluded(const Person& x, const Person& y)
+{
+    // Already linked across organizations: nothing left to decide.
+    if (!x.group.empty() && x.group == y.group)
+        return true;
+    auto& q = m_db.Prepare("SELECT 1 FROM ignored_pairs WHERE key_a = ? AND key_b = ?");
+    q.bind(1, std::min(x.key, y.key));
+    q.bind(2, std::max(x.key, y.key));
+    const bool ignored = q.executeStep();
+    q.reset();
+    return ignored;
+}
+
+void CandidateStore::Upsert(const Person& x, const Person& y, int rules)
+{
+    if (Excluded(x, y))
+        return;
+    auto& q = m_db.Prepare("SELECT rules FROM candidate_pairs WHERE key_a = ? AND key_b = ?");
+    q.bind(1, std::min(x.key, y.key));
+    q.bind(2, std::max(x.key, y.key));
+    const int had = q.executeStep() ? q.getColumn(0).getInt() : -1;
+    q.reset();
+    if (had < 0) {
+        auto& st = m_db.Prepare(kInsert);
+        BindPair(st, x, y, rules);
+        m_db.Write(st);
+        return;
+    }
+    if ((had | rules) == had)
+        return;
+    auto& st = m_db.Prepare("UPDATE candidate_pairs SET rules = ?1, reason = ?2 WHERE key_a = ?3 AND key_b = ?4");
+    st.bind(1, had | rules);
+    st.bind(2, LowestRule(had | rules));
+    st.bind(3, std::min(x.key, y.key));
+    st.bind(4, std::max(x.key, y.key));
+    m_db.Write(st);
+}
+
+void CandidateStore::ClearRule(const Person& x, const Person& y, int rule)
+{
+    auto& q = m_db.Prepare("SELECT rules FROM candidate_pairs WHERE key_a = ? AND key_b = ?");
+    q.bind(1, std::min(x.key, y.key));
+    q.bind(2, std::max(x.key, y.key));
+    const int had = q.executeStep() ? q.getColumn(0).getInt() : 0;
+    q.reset();
+    if (!(had & (1 << rule)))
+        return;
+    const int left = had & ~(1 << rule);
+    if (left == 0) {
+        auto& st = m_db.Prepare("DELETE FROM candidate_pairs WHERE key_a = ? AND key_b = ?");
+        st.bind(1, std::min(x.key, y.key));
+        st.bind(2, std::max(x.key, y.key));
+        m_db.Write(st);
+        return;
+    }
+    auto& st = m_db.Prepare("UPDATE candidate_pairs SET rules = ?1, reason = ?2 WHERE key_a = ?3 AND key_b = ?4");
+    st.bind(1, left);
+    st.bind(2, LowestRule(left));
+    st.bind(3, std::min(x.key, y.key));
+    st.bind(4, std::max(x.key, y.key));
+    m_db.Write(st);
+}
+
+void CandidateStore::RemovePairsOf(const std::string& key)
+{
+    for (const char* sql : {"DELETE FROM candidate_pairs WHERE key_a = ?", "DELETE FROM candidate_pairs WHERE key_b = ?"}) {
+        auto& st = m_db.Prepare(sql);
+        st.bind(1, key);
+        m_db.Write(st);
+    }
+}
+
+void CandidateStore::MarkFresh()
+{
+    auto& st = m_db.Prepare("UPDATE candidate_state SET fresh = 1 WHERE id = 1");
+    m_db.Write(st);
+}
+
+CandidateStore::Snapshot CandidateStore::Before(const std::vector<std::string>& keys)
+{
+    Snapshot s;
+    s.fresh = Fresh();
+    if (!s.fresh)
+        return s;
+    s.keys = keys;
+    for (const auto& key : keys) {
+        Person p;
+        if (LoadPerson(key, p))
+            s.before.push_back(std::move(p));
+    }
+    return s;
+}
+
+void CandidateStore::After(const Snapshot& snapshot, const std::vector<std::string>& moreKeys)
+{
+    if (!snapshot.fresh)
+        return;
+    const int cap = BlockCap();
+    std::set<std::string> keys(snapshot.keys.begin(), snapshot.keys.end());
+    keys.insert(moreKeys.begin(), moreKeys.end());
+    std::map<std::string, Person> now;
+    for (const auto& key : keys) {
+        Person p;
+        if (LoadPerson(key, p))
+            now.emplace(key, std::move(p));
+    }
+    for (const auto& key : keys)
+        RemovePairsOf(key);
+
+    auto members = [](const std::vector<Person>& around, int rule, const std::string& block) {
+        std::vector<const Person*> out;
+        for (const auto& n : around)
+            if (CandidateRules::BlockKey(rule, n) == block)
+                out.push_back(&n);
+        return out;
+    };
+    // Pairs between two other patients change only when a block crosses the
+    // cap; those pairs are set or cleared for that rule alone.
+    auto eachOtherPair = [&](const std::vector<const Person*>& in, int rule, bool set) {
+        for (size_t i = 0; i < in.size(); ++i)
+            for (size_t j = i + 1; j < in.size(); ++j) {
+                const Person& x = *in[i];
+                const Person& y = *in[j];
+                if (keys.count(x.key) || keys.count(y.key) || !CandidateRules::PairHolds(rule, x, y))
+                    continue;
+                if (set)
+                    Upsert(x, y, 1 << rule);
+                else
+                    ClearRule(x, y, rule);
+            }
+    };
+    for (const Person& old : snapshot.before) {
+        const auto it = now.find(old.key);
+        const std::vector<Person> around = Neighbours(old);
+        for (int rule = 1; rule <= CandidateRules::kCount; ++rule) {
+            const std::string block = CandidateRules::BlockKey(rule, old);
+            if (block.empty() || (it != now.end() && CandidateRules::BlockKey(rule, it->second) == block))
+                continue;
+            const auto in = members(around, rule, block);
+            if (static_cast<int>(in.size()) == cap) // it held cap + 1 with this patient
+                eachOtherPair(in, rule, true);
+        }
+    }
+    for (const auto& [key, p] : now) {
+        const Person* old = nullptr;
+        for (const auto& b : snapshot.before)
+            if (b.key == key)
+                old = &b;
+        const std::vector<Person> around = Neighbours(p);
+        std::unordered_map<std::string, int> masks;
+        for (int rule = 1; rule <= CandidateRules::kCount; ++rule) {
+            const std::string block = CandidateRules::BlockKey(rule, p);
+            if (block.empty())
+                continue;
+            const auto in = members(around, rule, block);
+            const bool joined = !old || CandidateRules::BlockKey(rule, *old) != block;
+            if (joined && static_cast<int>(in.size()) == cap) // it now holds cap + 1
+                eachOtherPair(in, rule, false);
+            if (static_cast<int>(in.size()) + 1 > cap)
+                continue;
+            for (const Person* n : in)
+                if (CandidateRules::PairHolds(rule, p, *n))
+                    masks[n->key] |= 1 << rule;
+        }
+        for (const Person& n : around) {
+            const auto m = masks.find(n.key);
+            if (m != masks.end())
+                Upsert(p, n, m->second);
+        }
+    }
+    MarkFresh();
+}
+
+long long CandidateStore::Rebuild(const Progress& progress)
+{
+    return GuardDb("rebuilding candidates", [&]() -> long long {
+        const int steps = 4;
+        WriteTransaction tx(m_db);
+        const int cap = BlockCap();
+        if (progress)
+            progress(0, steps, "reading patients");
+        std::vector<Person> people;
+        {
+            SQLite::Statement q(m_db.Handle(), std::string("SELECT ") + kPersonColumns + " FROM patients");
+            while (q.executeStep())
+                people.push_back(ReadPerson(q));
+        }
+        std::set<std::pair<std::string, std::string>> ignored;
+        {
+            SQLite::Statement q(m_db.Handle(), "SELECT key_a, key_b FROM ignored_pairs");
+            while (q.executeStep())
+                ignored.emplace(q.getColumn(0).getString(), q.getColumn(1).getString());
+        }
+        if (progress)
+            progress(1, steps, "blocking");
+        // Pair masks by (lower index, higher index) of `people`.
+        std::unordered_map<std::uint64_t, int> masks;
+        std::vector<std::pair<std::string, std::uint32_t>> keyed;
+        keyed.reserve(people.size());
+        for (int rule = 1; rule <= CandidateRules::kCount; ++rule) {
+            keyed.clear();
+            for (std::uint32_t i = 0; i < people.size(); ++i) {
+                std::string block = CandidateRules::BlockKey(rule, people[i]);
+                if (!block.empty())
+                    keyed.emplace_back(std::move(block), i);
+            }
+            std::sort(keyed.begin(), keyed.end());
+            for (size_t start = 0; start < keyed.size();) {
+                size_t end = start + 1;
+                while (end < keyed.size() && keyed[end].first == keyed[start].first)
+                    ++end;
+                if (end - start >= 2 && static_cast<int>(end - start) <= cap) {
+                    for (size_t i = start; i < end; ++i)
+                        for (size_t j = i + 1; j < end; ++j) {
+                            const std::uint32_t x = keyed[i].second, y = keyed[j].second;
+                            if (!CandidateRules::PairHolds(rule, people[x], people[y]))
+                                continue;
+                            const std::uint64_t id = (static_cast<std::uint64_t>(std::min(x, y)) << 32) | std::max(x, y);
+                            masks[id] |= 1 << rule;
+                        }
+                }
+                start = end;
+            }
+        }
+        if (progress)
+            progress(2, steps, "writing pairs");
+        m_db.Exec("DELETE FROM candidate_pairs");
+        m_db.Exec("DELETE FROM candidate_counts");
+        // Written in key order: the primary key's b-tree grows at its end.
+        std::vector<std::pair<const Person*, const Person*>> order;
+        std::vector<int> orderMask;
+        std::vector<std::pair<std::uint64_t, int>> list(masks.begin(), masks.end());
+        masks.clear();
+        auto lowKey = [&](const std::pair<std::uint64_t, int>& e) -> const std::string& {
+            const Person& x = people[e.first >> 32];
+            const Person& y = people[e.first & 0xffffffffu];
+            return x.key < y.key ? x.key : y.key;
+        };
+        std::sort(list.begin(), list.end(), [&](const auto& l, const auto& r) { return lowKey(l) < lowKey(r); });
+        long long written = 0;
+        SQLite::Statement st(m_db.Handle(), kInsert);
+        for (const auto& [id, mask] : list) {
+            const Person& x = people[id >> 32];
+            const Person& y = people[id & 0xffffffffu];
+            if (!x.group.empty() && x.group == y.group)
+                continue;
+            if (!ignored.empty() && ignored.count({std::min(x.key, y.key), std::max(x.key, y.key)}))
+                continue;
+            BindPair(st, x, y, mask);
+            m_db.Write(st);
+            st.reset();
+            ++written;
+        }
+        if (progress)
+            progress(3, steps, "finishing");
+        MarkFresh();
+        tx.Commit();
+        if (progress)
+            progress(4, steps, "done");
+        return written;
+    });
+}

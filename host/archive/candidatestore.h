@@ -1,0 +1,56 @@
+#pragma once
+
+#include "bravik_archive_export.h"
+#include "candidaterules.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+class ArchiveDb;
+
+// The kept merge/link candidate pairs. The services call Before() and
+// After() around their writes, inside their own transaction, so the pairs
+// change with the patients or not at all. When something wrote patients
+// without them (a bulk load) the store is stale and Rebuild() recomputes it.
+class BRAVIK_ARCHIVE_EXPORT CandidateStore
+{
+public:
+    explicit CandidateStore(ArchiveDb& db);
+
+    // Whether the pairs match the patients (false after writes that bypassed the upkeep).
+    bool Fresh();
+
+    // What the upkeep needs from before a change: the patients as they were.
+    struct Snapshot
+    {
+        bool fresh = false;
+        std::vector<CandidateRules::Person> before;
+        std::vector<std::string> keys;
+    };
+    // Call inside the transaction, before writing; `keys` are the patients
+    // whose pairs the change may alter.
+    Snapshot Before(const std::vector<std::string>& keys);
+    // Call after writing, before committing. Recomputes the pairs of the
+    // snapshot's patients plus `moreKeys` (e.g. a merge survivor). Does
+    // nothing when the store was stale before the change.
+    void After(const Snapshot& snapshot, const std::vector<std::string>& moreKeys = {});
+
+    // Recomputes every pair in one transaction. Progress: (step, of steps, what).
+    using Progress = std::function<void(int, int, const char*)>;
+    long long Rebuild(const Progress& progress = Progress());
+
+    int BlockCap();
+
+private:
+    bool LoadPerson(const std::string& key, CandidateRules::Person& p);
+    // Patients that can share a block with `p`: same identifier, same or swapped birth date.
+    std::vector<CandidateRules::Person> Neighbours(const CandidateRules::Person& p);
+    bool Excluded(const CandidateRules::Person& x, const CandidateRules::Person& y);
+    void Upsert(const CandidateRules::Person& x, const CandidateRules::Person& y, int rules);
+    void ClearRule(const CandidateRules::Person& x, const CandidateRules::Person& y, int rule);
+    void RemovePairsOf(const std::string& key);
+    void MarkFresh();
+
+    ArchiveDb& m_db;
+};

@@ -1,0 +1,227 @@
+#include "indexedcandidatesearch.h"
+
+#include "archivedb.h"
+#include "candidatestore.h"
+#include "scancandidatesearch.h"
+
+#include <SQLiteCpp/Statement.h>
+
+namespace {
+
+std::string Placeholders(size_t n)
+{
+    std::string s;
+    for (size_t i = 0; i < n; ++i)
+        s += i ? ", ?" : "?";
+    return s;
+}
+
+// The literal start of a LIKE pattern ('\' escapes), up to its first wildcard.
+std::string LiteralPrefix(const std::string& pattern)
+{
+    std::string out;
+    for (size_t i = 0; i < pattern.size(); ++i) {
+        const char c = pattern[i];
+        if (c == '\\' && i + 1 < pattern.size()) {
+            out += pattern[++i];
+            continue;
+        }
+        if (c == '%' || c == '_')
+            break;
+        out += c;
+    }
+    return out;
+}
+
+struct Where
+{
+    std::string sql;
+    std::vector<std::string> binds;
+    void And(const std::string& condition)
+    {
+        sql += (sql.empty() ? "" : " AND ") + condition;
+    }
+};
+
+// A LIKE on a NOCASE column, with the index range its literal prefix allows.
+void AddLike(Where& w, const std::string& column, const std::string& pattern)
+{
+    w.And(column + " LIKE ? ESCAPE '\\'");
+    w.binds.push_back(pattern);
+    std::string low = LiteralPrefix(pattern);
+    for (auto& ch : low)
+        if (ch >= 'A' && ch <= 'Z')
+            ch = static_cast<char>(ch - 'A' + 'a');
+    if (low.empty() || static_cast<unsigned char>(low.back()) == 0xff)
+        return;
+    std::string high = low;
+    high.back() = static_cast<char>(high.back() + 1);
+    w.And(column + " >= ? AND " + column + " < ?");
+    w.binds.push_back(low);
+    w.binds.push_back(high);
+}
+
+Where SideCriteria(const CandidateCriteria& c, const std::string& s)
+{
+    Where w;
+    if (!c.lastName.empty() && c.lastName != "%")
+        AddLike(w, s + "_last", c.lastName);
+    if (!c.firstName.empty() && c.firstName != "%")
+        AddLike(w, s + "_first", c.firstName);
+    if (!c.mrn.empty()) {
+        if (c.numericMrn) {
+            w.And("ltrim(" + s + "_mrn, '0') LIKE ltrim(?, '0') ESCAPE '\\'");
+        } else if (c.mrn.find_first_of("%_\\") == std::string::npos) {
+            w.And(s + "_mrn = ?"); // the usual case, exact and indexed
+        } else {
+            w.And(s + "_mrn LIKE ? ESCAPE '\\'");
+        }
+        w.binds.push_back(c.mrn);
+    }
+    if (!c.globalIds.empty()) {
+        w.And(s + "_gid IN (" + Placeholders(c.globalIds.size()) + ")");
+        w.binds.insert(w.binds.end(), c.globalIds.begin(), c.globalIds.end());
+    }
+    if (!c.sexCode.empty()) {
+        w.And(s + "_sex = ?");
+        w.binds.push_back(c.sexCode);
+    }
+    if (!c.dobBegin.empty()) {
+        w.And(s + "_dob >= ? AND " + s + "_dob <> ''");
+        w.binds.push_back(c.dobBegin);
+    }
+    if (!c.dobEnd.empty()) {
+        w.And(s + "_dob <= ? AND " + s + "_dob <> ''");
+        w.binds.push_back(c.dobEnd);
+    }
+    return w;
+}
+
+// The merge and link halves over columns merge, org_a, org_b (pairs and totals alike).
+Where Halves(const CandidateCriteria& c)
+{
+    Where w;
+    std::string merge = "0", link = "0";
+    std::vector<std::string> binds;
+    if (!c.mergeOff) {
+        merge = "merge = 1";
+        if (!c.mergeOrgKeys.empty()) {
+            merge += " AND org_a IN (" + Placeholders(c.mergeOrgKeys.size()) + ")";
+            binds.insert(binds.end(), c.mergeOrgKeys.begin(), c.mergeOrgKeys.end());
+        }
+    }
+    if (!c.linkOff) {
+        link = "merge = 0";
+        if (!c.linkOrgKeys.empty()) {
+            const std::string ph = Placeholders(c.linkOrgKeys.size());
+            link += " AND (org_a IN (" + ph + ") OR org_b IN (" + ph + "))";
+            binds.insert(binds.end(), c.linkOrgKeys.begin(), c.linkOrgKeys.end());
+            binds.insert(binds.end(), c.linkOrgKeys.begin(), c.linkOrgKeys.end());
+        }
+    }
+    if (c.mergeOff || c.linkOff || !c.mergeOrgKeys.empty() || !c.linkOrgKeys.empty()) {
+        w.And("((" + merge + ") OR (" + link + "))");
+        w.binds = binds;
+    }
+    if (c.reasonKind > 0)
+        w.And("reason = " + std::to_string(c.reasonKind));
+    return w;
+}
+
+void Read(SQLite::Statement& q, int col, CandidatePatient& p)
+{
+    p.key = q.getColumn(col + 0).getString();
+    p.mrn = q.getColumn(col + 1).getString();
+    p.orgKey = q.getColumn(col + 2).getString();
+    p.orgId = q.getColumn(col + 3).getString();
+    p.sexCode = q.getColumn(col + 4).getString();
+    p.globalId = q.getColumn(col + 5).getString();
+    p.dob = q.getColumn(col + 6).getString();
+    p.lastName = q.getColumn(col + 7).getString();
+    p.firstName = q.getColumn(col + 8).getString();
+    p.middleName = q.getColumn(col + 9).getString();
+}
+
+} // namespace
+
+IndexedCandidateSearch::IndexedCandidateSearch(ArchiveDb& db)
+    : m_db(db), m_fallback(std::make_unique<ScanCandidateSearch>(db))
+{
+}
+
+IndexedCandidateSearch::~IndexedCandidateSearch() = default;
+
+int IndexedCandidateSearch::Find(const CandidateCriteria& c, std::vector<CandidatePair>& pairs, long long& total)
+{
+    total = 0;
+    if (c.reasonKind < 0 || (c.mergeOff && c.linkOff))
+        return 0;
+    // A search never writes: until the store is rebuilt after writes that
+    // bypassed it, the straightforward query answers.
+    if (!GuardDb("candidate search", [&] { return CandidateStore(m_db).Fresh(); }))
+        return m_fallback->Find(c, pairs, total);
+
+    const Where a = SideCriteria(c, "a"), b = SideCriteria(c, "b");
+    const Where halves = Halves(c);
+    Where where;
+    if (!a.sql.empty()) {
+        // Either patient of a pair may meet the criteria.
+        where.And("((" + a.sql + ") OR (" + b.sql + "))");
+        where.binds = a.binds;
+        where.binds.insert(where.binds.end(), b.binds.begin(), b.binds.end());
+    }
+    if (!halves.sql.empty()) {
+        where.And(halves.sql);
+        where.binds.insert(where.binds.end(), halves.binds.begin(), halves.binds.end());
+    }
+    const std::string whereSql = where.sql.empty() ? std::string() : " WHERE " + where.sql;
+
+    return GuardDb("candidate search", [&] {
+        auto bindAll = [](SQLite::Statement& q, const std::vector<std::string>& binds) {
+            int i = 1;
+            for (const auto& v : binds)
+                q.bind(i++, v);
+        };
+        if (a.sql.empty()) {
+            // No patient criterion: the kept totals answer.
+            SQLite::Statement q(m_db.Handle(), "SELECT coalesce(sum(n), 0) FROM candidate_counts" +
+                                                   (halves.sql.empty() ? std::string() : " WHERE " + halves.sql));
+            bindAll(q, halves.binds);
+            if (q.executeStep())
+                total = q.getColumn(0).getInt64();
+        } else {
+            SQLite::Statement q(m_db.Handle(), "SELECT count(*) FROM candidate_pairs" + whereSql);
+            bindAll(q, where.binds);
+            if (q.executeStep())
+                total = q.getColumn(0).getInt64();
+        }
+        if (total == 0)
+            return 0;
+
+        // Without patient criteria the rows come straight off an index in
+        // the wanted order; the planner would otherwise sort every pair of
+        // a low-selectivity half.
+        std::string from = "candidate_pairs";
+        if (a.sql.empty())
+            from += c.reasonKind > 0 ? " INDEXED BY candidate_pairs_by_reason" : " INDEXED BY candidate_pairs_in_order";
+        const long long limit = c.rowLimit > 0 ? c.rowLimit : -1;
+        const std::string sql =
+            "SELECT p.reason, p.merge, p.key_a, p.a_mrn, p.org_a, coalesce(oa.org_id, ''), p.a_sex, p.a_gid, p.a_dob, "
+            "p.a_last, p.a_first, p.a_middle, p.key_b, p.b_mrn, p.org_b, coalesce(ob.org_id, ''), p.b_sex, p.b_gid, "
+            "p.b_dob, p.b_last, p.b_first, p.b_middle FROM (SELECT * FROM " + from + whereSql +
+            " ORDER BY a_last, a_first, key_a, key_b LIMIT " + std::to_string(limit) + ") p"
+            " LEFT JOIN organizations oa ON oa.org_key = p.org_a LEFT JOIN organizations ob ON ob.org_key = p.org_b"
+            " ORDER BY p.a_last, p.a_first, p.key_a, p.key_b";
+        SQLite::Statement q(m_db.Handle(), sql);
+        bindAll(q, where.binds);
+        while (q.executeStep()) {
+            CandidatePair pair;
+            pair.reasonKind = q.getColumn(0).getInt();
+            pair.merge = q.getColumn(1).getInt() != 0;
+            Read(q, 2, pair.first);
+            Read(q, 12, pair.second);
+            pairs.push_back(std::move(pair));
+        }
+        return 0;
+    });
+}

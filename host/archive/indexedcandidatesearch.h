@@ -1,0 +1,24 @@
+#pragma once
+
+#include "candidatesearch.h"
+
+#include <memory>
+
+class ArchiveDb;
+class CandidateStore;
+
+// Answers from the kept candidate pairs: index ranges for the name, birth
+// date, MRN and identifier criteria, the pairs' sort order for the first
+// rows, and the kept totals when no patient criterion is given. While the
+// store is stale the straightforward search answers instead.
+class BRAVIK_ARCHIVE_EXPORT IndexedCandidateSearch : public CandidateSearch
+{
+public:
+    explicit IndexedCandidateSearch(ArchiveDb& db);
+    ~IndexedCandidateSearch() override;
+    int Find(const CandidateCriteria& criteria, std::vector<CandidatePair>& pairs, long long& total) override;
+
+private:
+    ArchiveDb& m_db;
+    std::unique_ptr<CandidateSearch> m_fallback;
+};
