@@ -5,6 +5,8 @@
 #include "mergelinkfixture.h"
 
 #include "boundary/mergepatientsdlgcreator.h"
+#include "boundary/dialogfooter.h"
+#include "boundary/dialogheader.h"
 #include "mergelink/linkedmergelistctrl.h"
 #include "mergelink/mergepatientsdlg.h"
 #include "mergelink/mergepatientsdlgimpl.h"
@@ -354,6 +356,29 @@ TEST_F(MergeCreatorTest, CancelledMergeHandsBackNothing)
 TEST_F(MergeCreatorTest, ReasonForFailure)
 {
     EXPECT_EQ(CString("Error merging patients.  Reason: disk full"), creator.GetReasonForMergerFailure("disk full"));
+}
+
+} // namespace
+
+namespace {
+
+TEST_F(MergeCreatorTest, CreatorBuildsTheDialogWithItsHeaderText)
+{
+    CString header, ok;
+    bool mergeEnabled = true;
+    user->OnNextDialog([&](CDialog& d) {
+        MergeForm f(d);
+        header = f.Dialog().GetHeader()->GetHeaderText();
+        ok = f.Dialog().GetFooter()->GetOKButton().GetWindowText();
+        mergeEnabled = f.MergeEnabled();
+        f.ClickCancel();
+    });
+    EXPECT_EQ(IDCANCEL, creator.DisplayDialog(target.c_str(), source.c_str(), nullptr));
+    EXPECT_EQ(CString("Carefully review the information for the two patient records you intend to merge and select the "
+                      "fields you wish to keep."),
+              header);
+    EXPECT_EQ(CString("Merge Patients"), ok);
+    EXPECT_FALSE(mergeEnabled);
 }
 
 } // namespace

@@ -459,13 +459,23 @@ TEST_F(MergePanelTest, LinkedRowExpandedInTheDialog)
     s1->SetPostalCode("62701");
     s2->SetSexCode("M");
     int rows = 0;
+    std::vector<bool> enabled;
     RunMergeDialog(lists, [&](MergeForm& f) {
         f.ToggleLinked(0);
         rows = f.LinkedList().GetItemCount();
         SaveScreenshot(&f.Dialog(), "merge_dialog_linked_expanded");
+        // The detail rows ask for no choice: the MRN, the last name, the
+        // address and SOUTH's records complete the merge.
+        f.ChooseAddress(2);
+        f.ChooseField(Row::ROW_MRN, 1);
+        f.ChooseField(Row::ROW_LAST_NAME, 1);
+        enabled.push_back(f.MergeEnabled());
+        f.ChooseLinked(0, 1);
+        enabled.push_back(f.MergeEnabled());
         f.ClickCancel();
     }, *user, "merge_dialog_defaults_linked");
     EXPECT_EQ(2 + LinkedMergeListCtrl::DETAIL_ROWS, rows);
+    EXPECT_EQ((std::vector<bool>{false, true}), enabled);
 }
 
 } // namespace
