@@ -1,0 +1,494 @@
+// The kept merge/link candidate pairs: the blocking rules and their reasons,
+// upkeep inside every write, the block cap, the indexed search against the
+// straightforward query, and the rebuild command.
+#include <archivefixture.h>
+
+#include <candidaterules.h>
+#include <candidatestore.h>
+#include <indexedcandidatesearch.h>
+#include <scancandidatesearch.h>
+#include <sqlitepatientservice.h>
+
+#include <archivetool.h>
+
+#include <bdatetime.h>
+#include <bpersonname.h>
+#include <duplicatepatientrecord.h>
+#include <linkedpatientinfo.h>
+#include <mergelinkcandidatesquerydataset.h>
+#include <patientdetailrecord.h>
+#include <server.h>
+
+#include <SQLiteCpp/Statement.h>
+
+#include <functional>
+#include <random>
+#include <sstream>
+
+namespace {
+
+class CandidateStoreTest : public ArchiveFixture
+{
+protected:
+    SqlitePatientService& Svc() { return Arc().Patients(); }
+
+    std::string P(const std::string& org, const std::string& last, const std::string& first, const std::string& sex,
+                  const std::string& dob, const std::string& gid = std::string())
+    {
+        ArchiveBuilder::PatientFields s;
+        s.orgKey = org;
+        s.last = last;
+        s.first = first;
+        s.sex = sex;
+        s.dob = dob;
+        s.globalId = gid;
+        return Build().Patient(s);
+    }
+
+    void Rebuild() { CandidateStore(Db()).Rebuild(); }
+    bool Fresh() { return CandidateStore(Db()).Fresh(); }
+
+    // "firstKey/secondKey/reason" per row, and the total.
+    std::pair<std::vector<std::string>, int> Search(MergeLinkCandidatesQueryDataSet q)
+    {
+        std::vector<DuplicatePatientRecord*> out;
+        int total = -1;
+        Svc().GetLinkAndMergePatients(out, q, total);
+        std::vector<std::string> rows;
+        for (auto* d : out) {
+            rows.push_back(std::string(d->GetFirstPatient().GetPatientKey().c_str()) + "/" +
+                           d->GetSecondPatient().GetPatientKey().c_str() + "/" + d->GetDuplicateReason().c_str());
+            delete d;
+        }
+        return {rows, total};
+    }
+    std::vector<std::string> Rows() { return Search(MergeLinkCandidatesQueryDataSet()).first; }
+    static std::string Row(const std::string& a, const std::string& b, const std::string& reason)
+    {
+        return std::min(a, b) + "/" + std::max(a, b) + "/" + reason;
+    }
+
+    // The kept pairs and the kept totals, as texts.
+    std::vector<std::string> Kept()
+    {
+        std::vector<std::string> rows;
+        SQLite::Statement q(Db().Handle(), "SELECT key_a || '|' || key_b || '|' || rules || '|' || reason || '|' || merge"
+                                           " || '|' || org_a || '|' || org_b || '|' || a_last || '|' || a_first || '|' ||"
+                                           " a_mrn || '|' || a_dob || '|' || b_last || '|' || b_first || '|' || b_mrn ||"
+                                           " '|' || b_dob FROM candidate_pairs ORDER BY 1");
+        while (q.executeStep())
+            rows.push_back(q.getColumn(0).getString());
+        SQLite::Statement c(Db().Handle(), "SELECT reason || '|' || merge || '|' || org_a || '|' || org_b || '=' || n"
+                                           " FROM candidate_counts WHERE n <> 0 ORDER BY 1");
+        while (c.executeStep())
+            rows.push_back("count " + c.getColumn(0).getString());
+        return rows;
+    }
+
+    // What the upkeep left equals what a full rebuild computes.
+    void ExpectSameAsRebuild(const std::string& after)
+    {
+        EXPECT_TRUE(Fresh()) << after;
+        const auto kept = Kept();
+        Rebuild();
+        EXPECT_EQ(kept, Kept()) << "after " << after;
+    }
+
+    PatientDetailRecord Record(const std::string& org, const std::string& mrn, const std::string& last,
+                               const std::string& first, const std::string& sex, unsigned y, unsigned m, unsigned d,
+                               const std::string& gid = std::string())
+    {
+        PatientDetailRecord r;
+        r.SetOrganizationKey(org.c_str());
+        r.SetPatientID(mrn.c_str());
+        r.SetName(BPersonName(last.c_str(), first.c_str(), "", "", ""));
+        r.SetSexCode(sex.c_str());
+        r.SetDOB(BDate(y, m, d));
+        r.SetPatientGID(gid.c_str());
+        r.SetDateOfDeath(0, 0, 0);
+        return r;
+    }
+    std::string Create(PatientDetailRecord r)
+    {
+        ACE_CString key;
+        EXPECT_EQ(Svc().CreatePatient(&r, key), 0);
+        return key.c_str();
+    }
+    PatientDetailRecord Get(const std::string& key)
+    {
+        PatientDetailRecord r;
+        EXPECT_EQ(Svc().GetPatient(key.c_str(), &r, ACE_CString()), 0);
+        return r;
+    }
+
+    const std::string kSsn = "Same SSN";
+    const std::string kNameDob = "Same Name and Date of Birth";
+    const std::string kSound = "Similar Sounding Name and Date of Birth";
+    const std::string kFirstDobSex = "Same First Name, Date of Birth and Sex";
+    const std::string kSwappedDate = "Same Name, Birth Day and Month Swapped";
+    const std::string kSwappedNames = "First and Last Name Swapped";
+};
+
+TEST_F(CandidateStoreTest, RuleHelpers)
+{
+    EXPECT_EQ(CandidateRules::Normalize("O'Brien-Smith jr."), "OBRIENSMITHJR");
+    EXPECT_EQ(CandidateRules::Phonetic("ROBERT"), "R163");
+    EXPECT_EQ(CandidateRules::Phonetic("RUPERT"), "R163");
+    EXPECT_EQ(CandidateRules::Phonetic("ASHCRAFT"), "A261"); // H does not separate S and C
+    EXPECT_EQ(CandidateRules::Phonetic("TYMCZAK"), "T522");
+    EXPECT_EQ(CandidateRules::Phonetic("LEE"), "L000");
+    EXPECT_EQ(CandidateRules::Phonetic("123"), "");
+    EXPECT_EQ(CandidateRules::SwapDayMonth("19800305"), "19800503");
+    EXPECT_EQ(CandidateRules::SwapDayMonth("19800313"), ""); // 13 cannot be a month
+    EXPECT_EQ(CandidateRules::SwapDayMonth("19800404"), ""); // swapping changes nothing
+    EXPECT_EQ(CandidateRules::SwapDayMonth(""), "");
+}
+
+TEST_F(CandidateStoreTest, EachRuleFindsItsPairsWithItsReason)
+{
+    const std::string g1 = P(m_north, "Alpha", "Ann", "F", "19500101", "900000001");
+    const std::string g2 = P(m_north, "Omega", "Bob", "M", "19600202", "900000001");
+    const std::string n1 = P(m_north, "O'Brien", "Mary", "F", "19610303");
+    const std::string n2 = P(m_north, "OBRIEN", "mary", "F", "19610303");
+    const std::string s1 = P(m_north, "Smith", "Carl", "M", "19620404");
+    const std::string s2 = P(m_north, "Smyth", "Dora", "F", "19620404");
+    const std::string f1 = P(m_north, "Adams", "Kate", "F", "19630505");
+    const std::string f2 = P(m_north, "Zimmer", "Kate", "F", "19630505");
+    const std::string d1 = P(m_north, "Lee", "Ann", "F", "19800306");
+    const std::string d2 = P(m_north, "Lee", "Ann", "M", "19800603");
+    const std::string w1 = P(m_north, "Grant", "Hugh", "M", "19640707");
+    const std::string w2 = P(m_north, "Hugh", "Grant", "F", "19640707");
+    P(m_north, "Lonely", "Luke", "M", "19640707");
+    Rebuild();
+    const auto [rows, total] = Search(MergeLinkCandidatesQueryDataSet());
+    EXPECT_EQ(rows, (std::vector<std::string>{Row(f1, f2, kFirstDobSex), Row(g1, g2, kSsn), Row(w1, w2, kSwappedNames),
+                                              Row(d1, d2, kSwappedDate), Row(n1, n2, kNameDob), Row(s1, s2, kSound)}));
+    EXPECT_EQ(total, 6);
+
+    // Every rule can be searched for by its dictionary text.
+    MergeLinkCandidatesQueryDataSet sound;
+    sound.SetReason("similar sounding name and date of birth");
+    EXPECT_EQ(Search(sound).first, (std::vector<std::string>{Row(s1, s2, kSound)}));
+    MergeLinkCandidatesQueryDataSet swapped;
+    swapped.SetReason(kSwappedNames.c_str());
+    EXPECT_EQ(Search(swapped).first, (std::vector<std::string>{Row(w1, w2, kSwappedNames)}));
+}
+
+TEST_F(CandidateStoreTest, ALowerRuleNamesAPairMatchedByMany)
+{
+    const std::string a = P(m_north, "Brown", "Ann", "F", "19800505", "111");
+    const std::string b = P(m_north, "Brown", "Ann", "F", "19800505", "111");
+    Rebuild();
+    EXPECT_EQ(Rows(), (std::vector<std::string>{Row(a, b, kSsn)}));
+    EXPECT_EQ(Text("SELECT rules FROM candidate_pairs"), std::to_string((1 << 1) | (1 << 2) | (1 << 3) | (1 << 4)));
+}
+
+TEST_F(CandidateStoreTest, ReasonTextsFollowTheDictionary)
+{
+    Build().Dictionary(101, "SOUNDDOB", "Sounds alike, born the same day");
+    const std::string s1 = P(m_north, "Smith", "Carl", "M", "19620404");
+    const std::string s2 = P(m_north, "Smyth", "Dora", "F", "19620404");
+    Rebuild();
+    EXPECT_EQ(Rows(), (std::vector<std::string>{Row(s1, s2, "Sounds alike, born the same day")}));
+}
+
+TEST_F(CandidateStoreTest, AStaleStoreIsAnsweredByTheStraightQueryAndRebuiltOnOpen)
+{
+    const std::string a = P(m_north, "Brown", "Ann", "F", "19800505");
+    EXPECT_FALSE(Fresh());
+    const std::string b = P(m_north, "Brown", "Ann", "F", "19800505");
+    EXPECT_EQ(Rows(), (std::vector<std::string>{Row(a, b, kNameDob)}));
+    EXPECT_EQ(Count("SELECT count(*) FROM candidate_pairs"), 0); // a search never writes
+    auto reopened = Archive::Open(Path());
+    EXPECT_TRUE(CandidateStore(reopened->Db()).Fresh());
+    EXPECT_EQ(Count("SELECT count(*) FROM candidate_pairs"), 1);
+}
+
+TEST_F(CandidateStoreTest, CreateModifyAndDeleteKeepThePairs)
+{
+    Rebuild();
+    const std::string a = Create(Record(m_north, "1001", "Brown", "Ann", "F", 1980, 5, 5));
+    EXPECT_TRUE(Rows().empty());
+    const std::string b = Create(Record(m_north, "1002", "Brown", "Ann", "F", 1980, 5, 5));
+    EXPECT_EQ(Rows(), (std::vector<std::string>{Row(a, b, kNameDob)}));
+    ExpectSameAsRebuild("create");
+
+    PatientDetailRecord r = Get(b);
+    r.SetName(BPersonName("Green", "Zoe", "", "", ""));
+    ASSERT_EQ(Svc().ModifyPatient(&r), 0);
+    EXPECT_TRUE(Rows().empty());
+    ExpectSameAsRebuild("modify away");
+
+    r = Get(b);
+    r.SetName(BPersonName("Braun", "Zoe", "", "", ""));
+    ASSERT_EQ(Svc().ModifyPatient(&r), 0);
+    EXPECT_EQ(Rows(), (std::vector<std::string>{Row(a, b, kSound)}));
+    // The kept row carries the patients as they are now.
+    EXPECT_EQ(Text("SELECT CASE WHEN key_a = '" + b + "' THEN a_last ELSE b_last END FROM candidate_pairs"), "Braun");
+    ExpectSameAsRebuild("modify back");
+
+    ASSERT_EQ(Svc().DeletePatient(b.c_str(), m_north.c_str(), "Test patient"), 0);
+    EXPECT_TRUE(Rows().empty());
+    EXPECT_EQ(Search(MergeLinkCandidatesQueryDataSet()).second, 0);
+    ExpectSameAsRebuild("delete");
+}
+
+TEST_F(CandidateStoreTest, LinkAndUnlinkTakeOutAndBringBackCrossOrganizationPairs)
+{
+    const std::string n = P(m_north, "White", "Tom", "M", "19500101", "333");
+    const std::string s = P(m_south, "White", "Tom", "M", "19500101", "333");
+    const std::string other = P(m_north, "White", "Tom", "M", "19500101");
+    Rebuild();
+    EXPECT_EQ(Rows().size(), 3u);
+    ASSERT_EQ(Svc().LinkPatients(n.c_str(), m_north.c_str(), s.c_str(), m_south.c_str(), nullptr), 0);
+    EXPECT_EQ(Rows(), (std::vector<std::string>{Row(n, other, kNameDob), Row(s, other, kNameDob)}));
+    ExpectSameAsRebuild("link");
+    ASSERT_EQ(Svc().UnLinkPatient(s.c_str(), m_south.c_str()), 0);
+    EXPECT_EQ(Rows().size(), 3u);
+    EXPECT_NE(std::find(Rows().begin(), Rows().end(), Row(n, s, kSsn)), Rows().end());
+    ExpectSameAsRebuild("unlink");
+}
+
+TEST_F(CandidateStoreTest, MergeRemovesTheSourcesPairsAndKeepsTheSurvivors)
+{
+    const std::string t = P(m_north, "Black", "Al", "M", "19600101");
+    const std::string s = P(m_north, "Black", "Al", "M", "19600101");
+    const std::string third = P(m_north, "Blak", "Xavier", "M", "19600101");
+    Rebuild();
+    EXPECT_EQ(Rows().size(), 3u);
+    PatientDetailRecord target = Get(t);
+    ASSERT_EQ(Svc().MergePatients(s.c_str(), &target, "Duplicate", {}), 0);
+    EXPECT_EQ(Rows(), (std::vector<std::string>{Row(t, third, kSound)}));
+    ExpectSameAsRebuild("merge");
+}
+
+TEST_F(CandidateStoreTest, AnIgnoredPairComesBackOnlyWhenAMatchingFieldChanges)
+{
+    Rebuild();
+    const std::string a = Create(Record(m_north, "1001", "Brown", "Ann", "F", 1980, 5, 5));
+    const std::string b = Create(Record(m_north, "1002", "Brown", "Ann", "F", 1980, 5, 5));
+    ASSERT_EQ(Svc().IgnoreDuplicatePatients(b.c_str(), a.c_str()), 0);
+    EXPECT_TRUE(Rows().empty());
+    ExpectSameAsRebuild("ignore");
+
+    // An address or phone change leaves the decision standing.
+    PatientDetailRecord r = Get(b);
+    r.SetCity("Elsewhere");
+    r.SetHomeNumber("555-0199");
+    ASSERT_EQ(Svc().ModifyPatient(&r), 0);
+    EXPECT_TRUE(Rows().empty());
+    EXPECT_EQ(Count("SELECT count(*) FROM ignored_pairs"), 1);
+
+    // A changed birth date asks the question again.
+    r = Get(b);
+    r.SetDOB(BDate(1980, 5, 6));
+    ASSERT_EQ(Svc().ModifyPatient(&r), 0);
+    EXPECT_TRUE(Rows().empty()); // no rule pairs them now
+    EXPECT_EQ(Count("SELECT count(*) FROM ignored_pairs"), 0);
+    r = Get(b);
+    r.SetDOB(BDate(1980, 5, 5));
+    ASSERT_EQ(Svc().ModifyPatient(&r), 0);
+    EXPECT_EQ(Rows(), (std::vector<std::string>{Row(a, b, kNameDob)}));
+    ExpectSameAsRebuild("reopen");
+}
+
+TEST_F(CandidateStoreTest, OversizedBlocksAreCappedByTheSiteSetting)
+{
+    Build().Setting("policy", "CandidateBlockCap", "2");
+    const std::string a = P(m_north, "Alpha", "Ann", "F", "19500101", "000000000");
+    const std::string b = P(m_north, "Beta", "Bob", "M", "19600101", "000000000");
+    const std::string c = P(m_north, "Gamma", "Cy", "M", "19700101", "000000000");
+    Rebuild();
+    EXPECT_TRUE(Rows().empty()); // three share the identifier: the block says nothing
+    ASSERT_EQ(Svc().DeletePatient(c.c_str(), m_north.c_str(), "Test patient"), 0);
+    EXPECT_EQ(Rows(), (std::vector<std::string>{Row(a, b, kSsn)}));
+    ExpectSameAsRebuild("shrinking under the cap");
+    const std::string d = Create(Record(m_north, "1009", "Delta", "Di", "F", 1990, 1, 1, "000000000"));
+    EXPECT_TRUE(Rows().empty());
+    ExpectSameAsRebuild("growing over the cap");
+    (void)d;
+}
+
+TEST_F(CandidateStoreTest, TheRowLimitKeepsTheTrueTotal)
+{
+    for (int i = 0; i < 5; ++i) {
+        // One shared identifier per pair; birth dates all differ.
+        const std::string last = "Same" + std::string(1, static_cast<char>('a' + i));
+        P(m_north, last, "Name", "F", "1980010" + std::to_string(i + 1), std::to_string(500 + i));
+        P(m_south, last, "Other", "M", "1990010" + std::to_string(i + 1), std::to_string(500 + i));
+    }
+    Rebuild();
+    MergeLinkCandidatesQueryDataSet q;
+    q.SetRowCount("2");
+    const auto [rows, total] = Search(q);
+    EXPECT_EQ(rows.size(), 2u);
+    EXPECT_EQ(total, 5);
+    q.SetLastName("samec%");
+    EXPECT_EQ(Search(q).second, 1);
+}
+
+// Every write's upkeep is inside its transaction: a fault at any write
+// leaves every table, the kept pairs included, as it was.
+TEST_F(CandidateStoreTest, UpkeepIsAllOrNothing)
+{
+    const std::string a = P(m_north, "Brown", "Ann", "F", "19800505");
+    const std::string b = P(m_north, "Brown", "Ann", "F", "19800505");
+    const std::string s = P(m_south, "Brown", "Ann", "F", "19800505");
+    Rebuild();
+    auto allOrNothing = [&](const std::function<int()>& op) {
+        for (int n = 1; n < 500; ++n) {
+            const auto before = Snapshot();
+            Db().FailAtWrite(n);
+            bool threw = false;
+            try {
+                EXPECT_EQ(op(), 0);
+            } catch (const Framework::Server&) {
+                threw = true;
+            }
+            Db().FailAtWrite(0);
+            if (!threw)
+                return;
+            EXPECT_ARCHIVE_UNCHANGED(before);
+        }
+        ADD_FAILURE() << "never completed";
+    };
+    allOrNothing([&] {
+        PatientDetailRecord r = Record(m_north, "2001", "Brown", "Ann", "F", 1980, 5, 5);
+        ACE_CString key;
+        return Svc().CreatePatient(&r, key);
+    });
+    allOrNothing([&] { return Svc().IgnoreDuplicatePatients(a.c_str(), b.c_str()); });
+    allOrNothing([&] {
+        PatientDetailRecord r = Get(a);
+        r.SetName(BPersonName("Braun", "Ann", "", "", ""));
+        return Svc().ModifyPatient(&r);
+    });
+    allOrNothing([&] { return Svc().LinkPatients(b.c_str(), m_north.c_str(), s.c_str(), m_south.c_str(), nullptr); });
+    ExpectSameAsRebuild("the injected faults");
+}
+
+// The kept pairs answer exactly as the straightforward query, over random
+// small archives, random criteria and random writes.
+TEST_F(CandidateStoreTest, SameAnswersAsTheStraightQueryOnRandomArchives)
+{
+    IndexedCandidateSearch indexed(Db());
+    ScanCandidateSearch scan(Db());
+    const std::vector<std::string> lasts = {"Smith", "Smyth", "SMITH", "Smit-h", "Brown", "Braun", "Ann", "Lee", "O'Neil"};
+    const std::vector<std::string> firsts = {"Ann", "ann", "Lee", "Smith", "Bob", ""};
+    const std::vector<std::string> dobs = {"19800305", "19800503", "19800303", "19911212", "20000131", ""};
+    const std::vector<std::string> gids = {"", "", "", "111", "222", "333"};
+    const std::vector<std::string> sexes = {"F", "M", ""};
+    int serial = 0;
+    for (std::uint64_t seed = 1; seed <= 6; ++seed) {
+        std::mt19937_64 rng(seed);
+        auto pick = [&](const std::vector<std::string>& v) { return v[rng() % v.size()]; };
+        Db().Handle().exec("DELETE FROM ignored_pairs; UPDATE patients SET link_group = NULL; DELETE FROM link_groups;"
+                           " DELETE FROM patients");
+        std::vector<std::string> keys;
+        for (int i = 0; i < 24; ++i)
+            keys.push_back(P(rng() % 2 ? m_north : m_south, pick(lasts), pick(firsts), pick(sexes), pick(dobs), pick(gids)));
+        for (int i = 0; i < 3; ++i) {
+            const std::string x = keys[rng() % keys.size()], y = keys[rng() % keys.size()];
+            if (x != y && Svc().CanLinkPatients(x.c_str(), y.c_str()))
+                Build().LinkGroup(x, y);
+        }
+        Build().Ignore(std::min(keys[0], keys[1]), std::max(keys[0], keys[1]));
+        Rebuild();
+
+        auto compare = [&](const std::string& stage) {
+            for (int k = 0; k < 40; ++k) {
+                CandidateCriteria c;
+                switch (rng() % 4) {
+                case 0: c.lastName = pick({"S%", "sm%", "Smith", "%", "b%", "O\\'%", "Smi_h", "Z%"}); break;
+                case 1: c.firstName = pick({"A%", "ann", "%", "L%"}); break;
+                default: break;
+                }
+                if (rng() % 4 == 0)
+                    c.sexCode = pick({"F", "M"});
+                if (rng() % 4 == 0)
+                    c.dobBegin = "19800401";
+                if (rng() % 4 == 0)
+                    c.dobEnd = "19991231";
+                if (rng() % 6 == 0)
+                    c.globalIds = {"111", "333"};
+                if (rng() % 8 == 0)
+                    c.mrn = "0000001";
+                if (rng() % 3 == 0)
+                    c.reasonKind = static_cast<int>(rng() % 7);
+                switch (rng() % 5) {
+                case 0: c.mergeOff = true; break;
+                case 1: c.linkOff = true; break;
+                case 2: c.mergeOrgKeys = {m_north}; c.linkOrgKeys = {m_south}; break;
+                default: break;
+                }
+                c.rowLimit = rng() % 3 == 0 ? 3 : 200;
+                std::vector<CandidatePair> x, y;
+                long long tx = -1, ty = -2;
+                ASSERT_EQ(indexed.Find(c, x, tx), 0);
+                ASSERT_EQ(scan.Find(c, y, ty), 0);
+                ASSERT_EQ(tx, ty) << "seed " << seed << " " << stage << " query " << k << " last '" << c.lastName << "'";
+                ASSERT_EQ(x.size(), y.size()) << "seed " << seed << " " << stage;
+                for (size_t i = 0; i < x.size(); ++i) {
+                    EXPECT_EQ(x[i].first.key, y[i].first.key) << "seed " << seed << " " << stage << " row " << i;
+                    EXPECT_EQ(x[i].second.key, y[i].second.key) << "seed " << seed << " " << stage;
+                    EXPECT_EQ(x[i].reasonKind, y[i].reasonKind) << "seed " << seed << " " << stage;
+                    EXPECT_EQ(x[i].merge, y[i].merge);
+                    EXPECT_EQ(x[i].first.orgId, y[i].first.orgId);
+                    EXPECT_EQ(x[i].second.dob, y[i].second.dob);
+                }
+            }
+        };
+        compare("after rebuild");
+        // Writes through the service keep the pairs without a rebuild.
+        for (int w = 0; w < 8; ++w) {
+            const std::string key = keys[rng() % keys.size()];
+            switch (rng() % 4) {
+            case 0: {
+                PatientDetailRecord r;
+                if (Svc().GetPatient(key.c_str(), &r, ACE_CString()) != 0)
+                    break;
+                r.SetName(BPersonName(pick(lasts).c_str(), pick(firsts).c_str(), "", "", ""));
+                r.SetPatientGID(pick(gids).c_str());
+                Svc().ModifyPatient(&r);
+                break;
+            }
+            case 1: {
+                PatientDetailRecord r = Record(rng() % 2 ? m_north : m_south, std::to_string(90000 + ++serial), pick(lasts),
+                                               pick(firsts), pick(sexes), 1980, 3, 5, pick(gids));
+                ACE_CString k;
+                if (Svc().CreatePatient(&r, k) == 0)
+                    keys.push_back(k.c_str());
+                break;
+            }
+            case 2: {
+                const std::string other = keys[rng() % keys.size()];
+                if (other != key)
+                    Svc().IgnoreDuplicatePatients(key.c_str(), other.c_str());
+                break;
+            }
+            default:
+                Svc().DeletePatient(key.c_str(), ACE_CString(), "Test patient");
+                break;
+            }
+        }
+        EXPECT_TRUE(Fresh());
+        compare("after writes");
+        ExpectSameAsRebuild("random writes, seed " + std::to_string(seed));
+    }
+}
+
+TEST_F(CandidateStoreTest, ToolRebuildsWithProgress)
+{
+    P(m_north, "Brown", "Ann", "F", "19800505");
+    P(m_north, "Brown", "Ann", "F", "19800505");
+    std::ostringstream out, err;
+    EXPECT_EQ(RunArchiveTool({"rebuild-candidates", Path()}, out, err), 0);
+    EXPECT_NE(out.str().find("Rebuilt 1 candidate pairs in " + Path()), std::string::npos) << out.str();
+    EXPECT_NE(err.str().find("rebuilding candidates: step 4 / 4 (done)"), std::string::npos) << err.str();
+    EXPECT_TRUE(Fresh());
+    std::ostringstream out2, err2;
+    EXPECT_EQ(RunArchiveTool({"rebuild-candidates", (Dir() / "missing.db").string()}, out2, err2), 1);
+    EXPECT_EQ(RunArchiveTool({"rebuild-candidates"}, out2, err2), 2);
+}
+
+} // namespace
