@@ -94,11 +94,12 @@ void setUpList(ListCtrlEx& list, bool showHeader)
     list.setFont(DrawMaster::GetNormalFont());
     list.setSelectionMode(QAbstractItemView::NoSelection);
     list.setFocusPolicy(Qt::NoFocus);
+    // No scroll bars: the lists are sized to their rows, and the linked
+    // list, which may hold more, scrolls with the wheel and the keys.
     list.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    if (!showHeader) {
+    list.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    if (!showHeader)
         list.horizontalHeader()->hide();
-        list.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    }
     list.setFrameShape(QFrame::NoFrame);
 }
 
