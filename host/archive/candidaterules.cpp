@@ -62,7 +62,8 @@ std::string SwapDayMonth(const std::string& dob)
     if (dob.size() != 8 || !std::all_of(dob.begin(), dob.end(), [](char c) { return c >= '0' && c <= '9'; }))
         return std::string();
     const std::string month = dob.substr(4, 2), day = dob.substr(6, 2);
-    if (day == month || day < "01" || day > "12")
+    // Both halves must be months, so the swap is its own inverse.
+    if (day == month || day < "01" || day > "12" || month < "01" || month > "12")
         return std::string();
     return dob.substr(0, 4) + day + month;
 }
