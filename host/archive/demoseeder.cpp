@@ -1,6 +1,7 @@
 #include "demoseeder.h"
 
 #include "archivedb.h"
+#include "candidatestore.h"
 #include "dictionarytopic.h"
 #include "keygenerator.h"
 
@@ -682,4 +683,6 @@ void DemoSeeder::Seed(const SeedOptions& options, const Progress& progress)
         if (options.patients <= 0 && progress)
             progress(0, 0);
     });
+    // Patients were written in bulk, past the candidate upkeep.
+    CandidateStore(m_db).Rebuild();
 }
