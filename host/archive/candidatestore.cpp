@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <map>
 #include <set>
+#include <tuple>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -334,42 +335,73 @@ long long CandidateStore::Rebuild(const Progress& progress)
         }
         if (progress)
             progress(1, steps, "blocking");
-        // Pair masks by (lower index, higher index) of `people`.
+        // Pair masks by (lower index, higher index) of `people`. Blocks are
+        // found by sorting hashes of the block keys; a run of equal hashes is
+        // split by the keys themselves, so a collision never joins two blocks.
         std::unordered_map<std::uint64_t, int> masks;
-        std::vector<std::pair<std::string, std::uint32_t>> keyed;
-        keyed.reserve(people.size());
+        std::vector<std::pair<std::uint64_t, std::uint32_t>> hashed;
+        hashed.reserve(people.size());
+        const std::hash<std::string> hasher;
         for (int rule = 1; rule <= CandidateRules::kCount; ++rule) {
-            keyed.clear();
+            hashed.clear();
             for (std::uint32_t i = 0; i < people.size(); ++i) {
-                std::string block = CandidateRules::BlockKey(rule, people[i]);
+                const std::string block = CandidateRules::BlockKey(rule, people[i]);
                 if (!block.empty())
-                    keyed.emplace_back(std::move(block), i);
+                    hashed.emplace_back(hasher(block), i);
             }
-            std::sort(keyed.begin(), keyed.end());
-            for (size_t start = 0; start < keyed.size();) {
+            std::sort(hashed.begin(), hashed.end());
+            std::vector<std::pair<std::string, std::uint32_t>> run;
+            for (size_t start = 0; start < hashed.size();) {
                 size_t end = start + 1;
-                while (end < keyed.size() && keyed[end].first == keyed[start].first)
+                while (end < hashed.size() && hashed[end].first == hashed[start].first)
                     ++end;
-                if (end - start >= 2 && static_cast<int>(end - start) <= cap) {
+                if (end - start >= 2) {
+                    run.clear();
                     for (size_t i = start; i < end; ++i)
-                        for (size_t j = i + 1; j < end; ++j) {
-                            const std::uint32_t x = keyed[i].second, y = keyed[j].second;
-                            if (!CandidateRules::PairHolds(rule, people[x], people[y]))
-                                continue;
-                            const std::uint64_t id = (static_cast<std::uint64_t>(std::min(x, y)) << 32) | std::max(x, y);
-                            masks[id] |= 1 << rule;
+                        run.emplace_back(CandidateRules::BlockKey(rule, people[hashed[i].second]), hashed[i].second);
+                    std::sort(run.begin(), run.end());
+                    for (size_t from = 0; from < run.size();) {
+                        size_t to = from + 1;
+                        while (to < run.size() && run[to].first == run[from].first)
+                            ++to;
+                        if (to - from >= 2 && static_cast<int>(to - from) <= cap) {
+                            for (size_t i = from; i < to; ++i)
+                                for (size_t j = i + 1; j < to; ++j) {
+                                    const std::uint32_t x = run[i].second, y = run[j].second;
+                                    if (!CandidateRules::PairHolds(rule, people[x], people[y]))
+                                        continue;
+                                    const std::uint64_t id =
+                                        (static_cast<std::uint64_t>(std::min(x, y)) << 32) | std::max(x, y);
+                                    masks[id] |= 1 << rule;
+                                }
                         }
+                        from = to;
+                    }
                 }
                 start = end;
             }
         }
         if (progress)
             progress(2, steps, "writing pairs");
+        // A bulk load is faster into a bare table: the secondary indexes and
+        // the counting triggers are dropped here and made again below, all
+        // inside this transaction; the totals are written once at the end.
+        std::vector<std::string> rebuildAfter;
+        {
+            std::vector<std::string> names;
+            SQLite::Statement q(m_db.Handle(), "SELECT type, name, sql FROM sqlite_master WHERE tbl_name = "
+                                               "'candidate_pairs' AND type IN ('index', 'trigger') AND sql IS NOT NULL");
+            while (q.executeStep()) {
+                names.push_back(std::string("DROP ") + (q.getColumn(0).getString() == "index" ? "INDEX " : "TRIGGER ")
+                                + q.getColumn(1).getString());
+                rebuildAfter.push_back(q.getColumn(2).getString());
+            }
+            for (const auto& drop : names)
+                m_db.Exec(drop);
+        }
         m_db.Exec("DELETE FROM candidate_pairs");
         m_db.Exec("DELETE FROM candidate_counts");
         // Written in key order: the primary key's b-tree grows at its end.
-        std::vector<std::pair<const Person*, const Person*>> order;
-        std::vector<int> orderMask;
         std::vector<std::pair<std::uint64_t, int>> list(masks.begin(), masks.end());
         masks.clear();
         auto lowKey = [&](const std::pair<std::uint64_t, int>& e) -> const std::string& {
@@ -379,6 +411,7 @@ long long CandidateStore::Rebuild(const Progress& progress)
         };
         std::sort(list.begin(), list.end(), [&](const auto& l, const auto& r) { return lowKey(l) < lowKey(r); });
         long long written = 0;
+        std::map<std::tuple<int, int, std::string, std::string>, long long> counts;
         SQLite::Statement st(m_db.Handle(), kInsert);
         for (const auto& [id, mask] : list) {
             const Person& x = people[id >> 32];
@@ -391,7 +424,23 @@ long long CandidateStore::Rebuild(const Progress& progress)
             m_db.Write(st);
             st.reset();
             ++written;
+            const Person& a = x.key < y.key ? x : y;
+            const Person& b = x.key < y.key ? y : x;
+            ++counts[{LowestRule(mask), a.orgKey == b.orgKey ? 1 : 0, a.orgKey, b.orgKey}];
         }
+        SQLite::Statement count(m_db.Handle(),
+                                "INSERT INTO candidate_counts(reason, merge, org_a, org_b, n) VALUES (?, ?, ?, ?, ?)");
+        for (const auto& [k, n] : counts) {
+            count.bind(1, std::get<0>(k));
+            count.bind(2, std::get<1>(k));
+            count.bind(3, std::get<2>(k));
+            count.bind(4, std::get<3>(k));
+            count.bind(5, static_cast<int64_t>(n));
+            m_db.Write(count);
+            count.reset();
+        }
+        for (const auto& ddl : rebuildAfter)
+            m_db.Exec(ddl);
         if (progress)
             progress(3, steps, "finishing");
         MarkFresh();
