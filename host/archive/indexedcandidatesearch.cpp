@@ -164,15 +164,25 @@ int IndexedCandidateSearch::Find(const CandidateCriteria& c, std::vector<Candida
     const Where a = SideCriteria(c, "a"), b = SideCriteria(c, "b");
     const Where halves = Halves(c);
     Where where;
-    if (!a.sql.empty()) {
-        // Either patient of a pair may meet the criteria.
-        where.And("((" + a.sql + ") OR (" + b.sql + "))");
-        where.binds = a.binds;
-        where.binds.insert(where.binds.end(), b.binds.begin(), b.binds.end());
-    }
     if (!halves.sql.empty()) {
         where.And(halves.sql);
-        where.binds.insert(where.binds.end(), halves.binds.begin(), halves.binds.end());
+        where.binds = halves.binds;
+    }
+    // With patient criteria, either patient of a pair may meet them: one
+    // select per side, each read from that side's index, joined by UNION.
+    std::string matches;
+    std::vector<std::string> matchBinds;
+    if (!a.sql.empty()) {
+        for (const Where* side : {&a, &b}) {
+            Where w = *side;
+            if (!halves.sql.empty()) {
+                w.And(halves.sql);
+                w.binds.insert(w.binds.end(), halves.binds.begin(), halves.binds.end());
+            }
+            matches += std::string(matches.empty() ? "" : " UNION ")
+                + "SELECT key_a, key_b, a_last, a_first FROM candidate_pairs WHERE " + w.sql;
+            matchBinds.insert(matchBinds.end(), w.binds.begin(), w.binds.end());
+        }
     }
     const std::string whereSql = where.sql.empty() ? std::string() : " WHERE " + where.sql;
 
@@ -190,30 +200,35 @@ int IndexedCandidateSearch::Find(const CandidateCriteria& c, std::vector<Candida
             if (q.executeStep())
                 total = q.getColumn(0).getInt64();
         } else {
-            SQLite::Statement q(m_db.Handle(), "SELECT count(*) FROM candidate_pairs" + whereSql);
-            bindAll(q, where.binds);
+            SQLite::Statement q(m_db.Handle(), "SELECT count(*) FROM (" + matches + ")");
+            bindAll(q, matchBinds);
             if (q.executeStep())
                 total = q.getColumn(0).getInt64();
         }
         if (total == 0)
             return 0;
 
-        // Without patient criteria the rows come straight off an index in
-        // the wanted order; the planner would otherwise sort every pair of
-        // a low-selectivity half.
-        std::string from = "candidate_pairs";
-        if (a.sql.empty())
-            from += c.reasonKind > 0 ? " INDEXED BY candidate_pairs_by_reason" : " INDEXED BY candidate_pairs_in_order";
         const long long limit = c.rowLimit > 0 ? c.rowLimit : -1;
+        std::string first;
+        if (a.sql.empty()) {
+            // The rows come straight off an index in the wanted order; the
+            // planner would otherwise sort every pair of a broad half.
+            first = "SELECT key_a, key_b FROM candidate_pairs";
+            first += c.reasonKind > 0 ? " INDEXED BY candidate_pairs_by_reason" : " INDEXED BY candidate_pairs_in_order";
+            first += whereSql;
+        } else {
+            first = "SELECT key_a, key_b, a_last, a_first FROM (" + matches + ")";
+        }
+        first += " ORDER BY a_last, a_first, key_a, key_b LIMIT " + std::to_string(limit);
         const std::string sql =
             "SELECT p.reason, p.merge, p.key_a, p.a_mrn, p.org_a, coalesce(oa.org_id, ''), p.a_sex, p.a_gid, p.a_dob, "
             "p.a_last, p.a_first, p.a_middle, p.key_b, p.b_mrn, p.org_b, coalesce(ob.org_id, ''), p.b_sex, p.b_gid, "
-            "p.b_dob, p.b_last, p.b_first, p.b_middle FROM (SELECT * FROM " + from + whereSql +
-            " ORDER BY a_last, a_first, key_a, key_b LIMIT " + std::to_string(limit) + ") p"
+            "p.b_dob, p.b_last, p.b_first, p.b_middle FROM (" + first + ") t"
+            " JOIN candidate_pairs p ON p.key_a = t.key_a AND p.key_b = t.key_b"
             " LEFT JOIN organizations oa ON oa.org_key = p.org_a LEFT JOIN organizations ob ON ob.org_key = p.org_b"
             " ORDER BY p.a_last, p.a_first, p.key_a, p.key_b";
         SQLite::Statement q(m_db.Handle(), sql);
-        bindAll(q, where.binds);
+        bindAll(q, a.sql.empty() ? where.binds : matchBinds);
         while (q.executeStep()) {
             CandidatePair pair;
             pair.reasonKind = q.getColumn(0).getInt();

@@ -349,11 +349,13 @@ CREATE INDEX candidate_pairs_by_b ON candidate_pairs(key_b);
 CREATE INDEX candidate_pairs_in_order ON candidate_pairs(a_last, a_first, key_a, key_b);
 CREATE INDEX candidate_pairs_by_reason ON candidate_pairs(reason, a_last, a_first, key_a, key_b);
 CREATE INDEX candidate_pairs_by_half ON candidate_pairs(merge, a_last, a_first, key_a, key_b);
-CREATE INDEX candidate_pairs_by_b_name ON candidate_pairs(b_last, b_first);
-CREATE INDEX candidate_pairs_by_a_first ON candidate_pairs(a_first);
-CREATE INDEX candidate_pairs_by_b_first ON candidate_pairs(b_first);
-CREATE INDEX candidate_pairs_by_a_dob ON candidate_pairs(a_dob);
-CREATE INDEX candidate_pairs_by_b_dob ON candidate_pairs(b_dob);
+-- The patient criteria's indexes end in the sort columns, so a search reads
+-- its matches and their order from the index alone.
+CREATE INDEX candidate_pairs_by_b_name ON candidate_pairs(b_last, b_first, a_last, a_first, key_a, key_b);
+CREATE INDEX candidate_pairs_by_a_first ON candidate_pairs(a_first, a_last, key_a, key_b);
+CREATE INDEX candidate_pairs_by_b_first ON candidate_pairs(b_first, a_last, a_first, key_a, key_b);
+CREATE INDEX candidate_pairs_by_a_dob ON candidate_pairs(a_dob, a_sex, a_last, a_first, key_a, key_b);
+CREATE INDEX candidate_pairs_by_b_dob ON candidate_pairs(b_dob, b_sex, a_last, a_first, key_a, key_b);
 CREATE INDEX candidate_pairs_by_a_mrn ON candidate_pairs(a_mrn);
 CREATE INDEX candidate_pairs_by_b_mrn ON candidate_pairs(b_mrn);
 CREATE INDEX candidate_pairs_by_a_gid ON candidate_pairs(a_gid);
