@@ -6,6 +6,8 @@
 
 #include <SQLiteCpp/Statement.h>
 
+#include <algorithm>
+
 namespace {
 
 std::string Placeholders(size_t n)
@@ -142,7 +144,90 @@ void Read(SQLite::Statement& q, int col, CandidatePatient& p)
     p.middleName = q.getColumn(col + 9).getString();
 }
 
+const char* const kPairColumns =
+    "p.reason, p.merge, p.key_a, p.a_mrn, p.org_a, coalesce(oa.org_id, ''), p.a_sex, p.a_gid, p.a_dob, p.a_last, "
+    "p.a_first, p.a_middle, p.key_b, p.b_mrn, p.org_b, coalesce(ob.org_id, ''), p.b_sex, p.b_gid, p.b_dob, p.b_last, "
+    "p.b_first, p.b_middle";
+const std::string kOrgJoins =
+    " LEFT JOIN organizations oa ON oa.org_key = p.org_a LEFT JOIN organizations ob ON ob.org_key = p.org_b";
+
+CandidatePair ReadPair(SQLite::Statement& q)
+{
+    CandidatePair pair;
+    pair.reasonKind = q.getColumn(0).getInt();
+    pair.merge = q.getColumn(1).getInt() != 0;
+    Read(q, 2, pair.first);
+    Read(q, 12, pair.second);
+    return pair;
+}
+
+// SQLite's NOCASE: ASCII letters folded to lower case, then bytes.
+int CompareNoCase(const std::string& x, const std::string& y)
+{
+    const size_t n = std::min(x.size(), y.size());
+    for (size_t i = 0; i < n; ++i) {
+        unsigned char a = static_cast<unsigned char>(x[i]), b = static_cast<unsigned char>(y[i]);
+        if (a >= 'A' && a <= 'Z')
+            a = static_cast<unsigned char>(a - 'A' + 'a');
+        if (b >= 'A' && b <= 'Z')
+            b = static_cast<unsigned char>(b - 'A' + 'a');
+        if (a != b)
+            return a < b ? -1 : 1;
+    }
+    return x.size() == y.size() ? 0 : (x.size() < y.size() ? -1 : 1);
+}
+
+struct Match
+{
+    std::string keyA, keyB, last, first;
+};
+
+bool InOrder(const Match& x, const Match& y)
+{
+    if (const int c = CompareNoCase(x.last, y.last))
+        return c < 0;
+    if (const int c = CompareNoCase(x.first, y.first))
+        return c < 0;
+    if (x.keyA != y.keyA)
+        return x.keyA < y.keyA;
+    return x.keyB < y.keyB;
+}
+
 } // namespace
+
+int IndexedCandidateSearch::FindMatching(const std::string& matches, const std::vector<std::string>& binds, int rowLimit,
+                                         std::vector<CandidatePair>& pairs, long long& total)
+{
+    // Every match is read once, with its sort columns, from the sides'
+    // indexes; the count and the first rows both come from that one read.
+    std::vector<Match> found;
+    {
+        SQLite::Statement q(m_db.Handle(), matches);
+        int i = 1;
+        for (const auto& v : binds)
+            q.bind(i++, v);
+        while (q.executeStep())
+            found.push_back({q.getColumn(0).getString(), q.getColumn(1).getString(), q.getColumn(2).getString(),
+                             q.getColumn(3).getString()});
+    }
+    std::sort(found.begin(), found.end(), InOrder);
+    // A pair both of whose patients match was read twice.
+    found.erase(std::unique(found.begin(), found.end(),
+                            [](const Match& x, const Match& y) { return x.keyA == y.keyA && x.keyB == y.keyB; }),
+                found.end());
+    total = static_cast<long long>(found.size());
+    const size_t rows = rowLimit > 0 ? std::min(found.size(), static_cast<size_t>(rowLimit)) : found.size();
+    auto& q = m_db.Prepare("SELECT " + std::string(kPairColumns) + " FROM candidate_pairs p" + kOrgJoins +
+                           " WHERE p.key_a = ? AND p.key_b = ?");
+    for (size_t r = 0; r < rows; ++r) {
+        q.bind(1, found[r].keyA);
+        q.bind(2, found[r].keyB);
+        if (q.executeStep())
+            pairs.push_back(ReadPair(q));
+        q.reset();
+    }
+    return 0;
+}
 
 IndexedCandidateSearch::IndexedCandidateSearch(ArchiveDb& db)
     : m_db(db), m_fallback(std::make_unique<ScanCandidateSearch>(db))
@@ -169,7 +254,7 @@ int IndexedCandidateSearch::Find(const CandidateCriteria& c, std::vector<Candida
         where.binds = halves.binds;
     }
     // With patient criteria, either patient of a pair may meet them: one
-    // select per side, each read from that side's index, joined by UNION.
+    // select per side, each read from that side's index alone.
     std::string matches;
     std::vector<std::string> matchBinds;
     if (!a.sql.empty()) {
@@ -179,7 +264,7 @@ int IndexedCandidateSearch::Find(const CandidateCriteria& c, std::vector<Candida
                 w.And(halves.sql);
                 w.binds.insert(w.binds.end(), halves.binds.begin(), halves.binds.end());
             }
-            matches += std::string(matches.empty() ? "" : " UNION ")
+            matches += std::string(matches.empty() ? "" : " UNION ALL ")
                 + "SELECT key_a, key_b, a_last, a_first FROM candidate_pairs WHERE " + w.sql;
             matchBinds.insert(matchBinds.end(), w.binds.begin(), w.binds.end());
         }
@@ -200,43 +285,23 @@ int IndexedCandidateSearch::Find(const CandidateCriteria& c, std::vector<Candida
             if (q.executeStep())
                 total = q.getColumn(0).getInt64();
         } else {
-            SQLite::Statement q(m_db.Handle(), "SELECT count(*) FROM (" + matches + ")");
-            bindAll(q, matchBinds);
-            if (q.executeStep())
-                total = q.getColumn(0).getInt64();
+            return FindMatching(matches, matchBinds, c.rowLimit, pairs, total);
         }
         if (total == 0)
             return 0;
 
+        // The rows come straight off an index in the wanted order; the
+        // planner would otherwise sort every pair of a broad half.
         const long long limit = c.rowLimit > 0 ? c.rowLimit : -1;
-        std::string first;
-        if (a.sql.empty()) {
-            // The rows come straight off an index in the wanted order; the
-            // planner would otherwise sort every pair of a broad half.
-            first = "SELECT key_a, key_b FROM candidate_pairs";
-            first += c.reasonKind > 0 ? " INDEXED BY candidate_pairs_by_reason" : " INDEXED BY candidate_pairs_in_order";
-            first += whereSql;
-        } else {
-            first = "SELECT key_a, key_b, a_last, a_first FROM (" + matches + ")";
-        }
-        first += " ORDER BY a_last, a_first, key_a, key_b LIMIT " + std::to_string(limit);
-        const std::string sql =
-            "SELECT p.reason, p.merge, p.key_a, p.a_mrn, p.org_a, coalesce(oa.org_id, ''), p.a_sex, p.a_gid, p.a_dob, "
-            "p.a_last, p.a_first, p.a_middle, p.key_b, p.b_mrn, p.org_b, coalesce(ob.org_id, ''), p.b_sex, p.b_gid, "
-            "p.b_dob, p.b_last, p.b_first, p.b_middle FROM (" + first + ") t"
-            " JOIN candidate_pairs p ON p.key_a = t.key_a AND p.key_b = t.key_b"
-            " LEFT JOIN organizations oa ON oa.org_key = p.org_a LEFT JOIN organizations ob ON ob.org_key = p.org_b"
-            " ORDER BY p.a_last, p.a_first, p.key_a, p.key_b";
-        SQLite::Statement q(m_db.Handle(), sql);
-        bindAll(q, a.sql.empty() ? where.binds : matchBinds);
-        while (q.executeStep()) {
-            CandidatePair pair;
-            pair.reasonKind = q.getColumn(0).getInt();
-            pair.merge = q.getColumn(1).getInt() != 0;
-            Read(q, 2, pair.first);
-            Read(q, 12, pair.second);
-            pairs.push_back(std::move(pair));
-        }
+        std::string first = "SELECT key_a, key_b FROM candidate_pairs";
+        first += c.reasonKind > 0 ? " INDEXED BY candidate_pairs_by_reason" : " INDEXED BY candidate_pairs_in_order";
+        first += whereSql + " ORDER BY a_last, a_first, key_a, key_b LIMIT " + std::to_string(limit);
+        SQLite::Statement q(m_db.Handle(), "SELECT " + std::string(kPairColumns) + " FROM (" + first + ") t"
+                                               " JOIN candidate_pairs p ON p.key_a = t.key_a AND p.key_b = t.key_b"
+                                               + kOrgJoins + " ORDER BY p.a_last, p.a_first, p.key_a, p.key_b");
+        bindAll(q, where.binds);
+        while (q.executeStep())
+            pairs.push_back(ReadPair(q));
         return 0;
     });
 }

@@ -3,6 +3,8 @@
 #include "candidatesearch.h"
 
 #include <memory>
+#include <string>
+#include <vector>
 
 class ArchiveDb;
 class CandidateStore;
@@ -19,6 +21,9 @@ public:
     int Find(const CandidateCriteria& criteria, std::vector<CandidatePair>& pairs, long long& total) override;
 
 private:
+    int FindMatching(const std::string& matches, const std::vector<std::string>& binds, int rowLimit,
+                     std::vector<CandidatePair>& pairs, long long& total);
+
     ArchiveDb& m_db;
     std::unique_ptr<CandidateSearch> m_fallback;
 };
