@@ -3,6 +3,7 @@
 #include "archivedb.h"
 
 #include "candidaterules.h"
+#include "candidatestore.h"
 
 #include <SQLiteCpp/Statement.h>
 #include <sqlite3.h>
@@ -104,28 +105,39 @@ int ScanCandidateSearch::Find(const CandidateCriteria& c, std::vector<CandidateP
         binds.push_back(c.dobEnd);
     }
 
-    // The blocking rules written out as self-joins; the cap on block sizes is
-    // left out (this search serves as the reference on small archives).
+    // The blocking rules written out as self-joins, each with its block's
+    // size held to the site's cap by a count over the same block.
+    const std::string cap = std::to_string(CandidateStore(m_db).BlockCap());
     const std::string same = " JOIN patients b ON a.patient_key < b.patient_key AND ";
+    auto within = [&](const std::string& block) {
+        return " AND (SELECT count(*) FROM patients z WHERE " + block + ") <= " + cap;
+    };
+    const std::string names = "bravik_norm(z.last_name) = bravik_norm(a.last_name)"
+                              " AND bravik_norm(z.first_name) = bravik_norm(a.first_name)";
     std::string sql =
         "WITH pairs(ka, kb, why) AS ("
         " SELECT a.patient_key, b.patient_key, 1 FROM patients a" + same + "b.global_id = a.global_id"
-        "  WHERE a.global_id <> ''"
+        "  WHERE a.global_id <> ''" + within("z.global_id = a.global_id") +
         " UNION ALL SELECT a.patient_key, b.patient_key, 2 FROM patients a" + same + "b.dob = a.dob"
         "  WHERE a.dob <> '' AND bravik_norm(a.last_name) <> '' AND bravik_norm(a.last_name) = bravik_norm(b.last_name)"
-        "  AND bravik_norm(a.first_name) = bravik_norm(b.first_name)"
+        "  AND bravik_norm(a.first_name) = bravik_norm(b.first_name)" + within("z.dob = a.dob AND " + names) +
         " UNION ALL SELECT a.patient_key, b.patient_key, 3 FROM patients a" + same + "b.dob = a.dob"
         "  WHERE a.dob <> '' AND bravik_sound(a.last_name) <> '' AND bravik_sound(a.last_name) = bravik_sound(b.last_name)"
+        + within("z.dob = a.dob AND bravik_sound(z.last_name) = bravik_sound(a.last_name)") +
         " UNION ALL SELECT a.patient_key, b.patient_key, 4 FROM patients a" + same + "b.dob = a.dob"
         "  WHERE a.dob <> '' AND a.sex_code <> '' AND b.sex_code = a.sex_code AND bravik_norm(a.first_name) <> ''"
         "  AND bravik_norm(a.first_name) = bravik_norm(b.first_name)"
+        + within("z.dob = a.dob AND z.sex_code = a.sex_code AND bravik_norm(z.first_name) = bravik_norm(a.first_name)") +
         " UNION ALL SELECT a.patient_key, b.patient_key, 5 FROM patients a" + same + "b.dob = bravik_swap(a.dob)"
         "  WHERE bravik_swap(a.dob) <> '' AND bravik_norm(a.last_name) <> ''"
         "  AND bravik_norm(a.last_name) = bravik_norm(b.last_name) AND bravik_norm(a.first_name) = bravik_norm(b.first_name)"
+        + within("(z.dob = a.dob OR z.dob = bravik_swap(a.dob)) AND " + names) +
         " UNION ALL SELECT a.patient_key, b.patient_key, 6 FROM patients a" + same + "b.dob = a.dob"
         "  WHERE a.dob <> '' AND bravik_norm(a.last_name) <> '' AND bravik_norm(a.first_name) <> ''"
         "  AND bravik_norm(a.last_name) <> bravik_norm(a.first_name)"
         "  AND bravik_norm(a.last_name) = bravik_norm(b.first_name) AND bravik_norm(a.first_name) = bravik_norm(b.last_name)"
+        + within("z.dob = a.dob AND (" + names + " OR (bravik_norm(z.last_name) = bravik_norm(a.first_name)"
+                 " AND bravik_norm(z.first_name) = bravik_norm(a.last_name)))") +
         "), best AS (SELECT ka, kb, min(why) AS why FROM pairs GROUP BY ka, kb)";
     if (!who.empty())
         sql += ", hits AS (SELECT p.patient_key FROM patients p WHERE " + who + ")";

@@ -300,6 +300,15 @@ TEST_F(CandidateStoreTest, OversizedBlocksAreCappedByTheSiteSetting)
     const std::string c = P(m_north, "Gamma", "Cy", "M", "19700101", "000000000");
     Rebuild();
     EXPECT_TRUE(Rows().empty()); // three share the identifier: the block says nothing
+    // The straightforward query holds blocks to the same cap.
+    std::vector<CandidatePair> straight;
+    long long total = -1;
+    ScanCandidateSearch(Db()).Find(CandidateCriteria(), straight, total);
+    EXPECT_EQ(total, 0);
+    Build().Setting("policy", "CandidateBlockCap", "3");
+    ScanCandidateSearch(Db()).Find(CandidateCriteria(), straight, total);
+    EXPECT_EQ(total, 3);
+    Build().Setting("policy", "CandidateBlockCap", "2");
     ASSERT_EQ(Svc().DeletePatient(c.c_str(), m_north.c_str(), "Test patient"), 0);
     EXPECT_EQ(Rows(), (std::vector<std::string>{Row(a, b, kSsn)}));
     ExpectSameAsRebuild("shrinking under the cap");
