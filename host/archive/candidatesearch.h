@@ -17,8 +17,8 @@ struct CandidateCriteria
     std::string sexCode;
     std::string dobBegin; // YYYYMMDD, empty = open
     std::string dobEnd;
-    // Reason kind wanted: 0 any, 1 shared identifier, 2 name and birth date,
-    // -1 a reason no candidate can carry.
+    // Reason kind wanted: 0 any, a blocking rule's number (CandidateRules,
+    // 1 to 6), or -1 for a reason no candidate can carry.
     int reasonKind = 0;
     bool mergeOff = false;
     std::vector<std::string> mergeOrgKeys; // empty = every organization
@@ -36,15 +36,16 @@ struct CandidatePair
 {
     CandidatePatient first;
     CandidatePatient second;
-    int reasonKind = 0; // 1 shared identifier, 2 name and birth date
+    int reasonKind = 0; // the lowest blocking rule that pairs them (CandidateRules)
     bool merge = false; // same organization
 };
 
-// Finds pairs of patients that may be one person: sharing the global
-// identifier, or last name + first name + date of birth; within one
-// organization they are merge candidates, across organizations (and not yet
-// linked) link candidates; pairs the user ignored are left out. Kept behind
-// this interface so an indexed implementation can take over at large sites.
+// Finds pairs of patients that may be one person by the blocking rules of
+// CandidateRules; within one organization they are merge candidates, across
+// organizations (and not yet linked) link candidates; pairs the user ignored
+// are left out. Rows come in the first patient's last name, first name, then
+// key order. Two implementations: the kept pairs (the default) and the
+// straightforward query they are checked against.
 class BRAVIK_ARCHIVE_EXPORT CandidateSearch
 {
 public:
