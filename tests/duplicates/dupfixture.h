@@ -54,10 +54,15 @@ protected:
     // n pairs of patients in NORTH sharing an identifier each.
     void ManyPairs(int n)
     {
+        // Each pair has its own birth date: the archive also pairs patients on
+        // first name + birth date + sex and on a phonetic last name + birth
+        // date, and "Pair0".."PairN" sound alike, so a shared date would make
+        // every "A" a candidate of every other "A".
         for (int i = 0; i < n; ++i) {
             const std::string gid = std::to_string(500000000 + i);
-            P(m_north, "M" + std::to_string(2 * i), "Pair" + std::to_string(i), "A", "M", "19600101", gid);
-            P(m_north, "M" + std::to_string(2 * i + 1), "Pair" + std::to_string(i), "B", "M", "19600101", gid);
+            const std::string dob = std::to_string(1900 + i / 12) + (i % 12 < 9 ? "0" : "") + std::to_string(i % 12 + 1) + "01";
+            P(m_north, "M" + std::to_string(2 * i), "Pair" + std::to_string(i), "A", "M", dob, gid);
+            P(m_north, "M" + std::to_string(2 * i + 1), "Pair" + std::to_string(i), "B", "M", dob, gid);
         }
     }
 
