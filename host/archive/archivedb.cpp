@@ -92,6 +92,17 @@ SQLite::Statement& ArchiveDb::Prepare(const std::string& sql)
     return *m_cache.back().second;
 }
 
+std::optional<std::string> ArchiveDb::SelectText(const std::string& sql, const std::string& key)
+{
+    auto& q = Prepare(sql);
+    q.bind(1, key);
+    std::optional<std::string> value;
+    if (q.executeStep())
+        value = q.getColumn(0).getString();
+    q.reset();
+    return value;
+}
+
 void ArchiveDb::CountWrite()
 {
     if (m_failAt <= 0)

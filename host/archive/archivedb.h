@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 // One connection to a site's archive file. Owns the SQLite handle, brings the
@@ -31,6 +32,10 @@ public:
 
     // Statements are prepared once per connection and reused.
     SQLite::Statement& Prepare(const std::string& sql);
+
+    // The first column of the first row `sql` yields with `key` bound to its
+    // one parameter; nothing when no row matches.
+    std::optional<std::string> SelectText(const std::string& sql, const std::string& key);
 
     // Runs one write statement (counted for fault injection). Returns the
     // number of changed rows.
