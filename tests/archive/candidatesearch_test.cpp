@@ -15,18 +15,7 @@ protected:
     void SetUp() override
     {
         ArchiveFixture::SetUp();
-        auto p = [&](const std::string& org, const std::string& mrn, const std::string& last, const std::string& first,
-                     const std::string& sex, const std::string& dob, const std::string& gid) {
-            ArchiveBuilder::PatientFields s;
-            s.orgKey = org;
-            s.mrn = mrn;
-            s.last = last;
-            s.first = first;
-            s.sex = sex;
-            s.dob = dob;
-            s.globalId = gid;
-            return Build().Patient(s);
-        };
+        auto p = [&](const auto&... fields) { return Build().Patient(fields...); };
         // Keys are handed out in creation order, so the first of each pair is listed first.
         a1 = p(m_north, "0000101", "Smith", "John", "M", "19700101", "111111111");
         a2 = p(m_north, "0000102", "Smyth", "John", "M", "19700101", "111111111");

@@ -40,15 +40,7 @@ protected:
     std::string P(const std::string& org, const std::string& mrn, const std::string& last, const std::string& first,
                   const std::string& sex, const std::string& dob, const std::string& gid)
     {
-        ArchiveBuilder::PatientFields s;
-        s.orgKey = org;
-        s.mrn = mrn;
-        s.last = last;
-        s.first = first;
-        s.sex = sex;
-        s.dob = dob;
-        s.globalId = gid;
-        return Build().Patient(s);
+        return Build().Patient(org, mrn, last, first, sex, dob, gid);
     }
 
     // n pairs of patients in NORTH sharing an identifier each.

@@ -55,15 +55,7 @@ std::string MergeLinkFixture::Patient(const std::string& org, const std::string&
                                       const std::string& first, const std::string& dob, const std::string& gid,
                                       const std::string& sex)
 {
-    ArchiveBuilder::PatientFields f;
-    f.orgKey = org;
-    f.mrn = mrn;
-    f.last = last;
-    f.first = first;
-    f.dob = dob;
-    f.globalId = gid;
-    f.sex = sex;
-    return Build().Patient(f);
+    return Build().Patient(org, mrn, last, first, sex, dob, gid);
 }
 
 std::vector<std::pair<int, std::string>> MergeLinkFixture::AuditRows()

@@ -130,6 +130,21 @@ std::string ArchiveBuilder::Patient(const PatientFields& s)
     return key;
 }
 
+std::string ArchiveBuilder::Patient(const std::string& orgKey, const std::string& mrn, const std::string& last,
+                                    const std::string& first, const std::string& sex, const std::string& dob,
+                                    const std::string& globalId)
+{
+    PatientFields f;
+    f.orgKey = orgKey;
+    f.mrn = mrn;
+    f.last = last;
+    f.first = first;
+    f.sex = sex;
+    f.dob = dob;
+    f.globalId = globalId;
+    return Patient(f);
+}
+
 std::string ArchiveBuilder::LinkGroup(const std::string& firstPatient, const std::string& secondPatient)
 {
     const std::string group = NextKey("GRP");

@@ -56,6 +56,10 @@ public:
                     const std::string& parent = std::string(), int rank = 0, const std::string& orgKey = std::string());
 
     std::string Patient(const PatientFields& fields);
+    // The fields the candidate and duplicate tests vary; an empty mrn is generated.
+    std::string Patient(const std::string& orgKey, const std::string& mrn, const std::string& last,
+                        const std::string& first, const std::string& sex, const std::string& dob,
+                        const std::string& globalId);
     // Puts the patients into one link group (a new one unless `group` is given); returns its key.
     std::string LinkGroup(const std::string& firstPatient, const std::string& secondPatient);
     void AddToGroup(const std::string& group, const std::string& patient);
