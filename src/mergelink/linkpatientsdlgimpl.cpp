@@ -7,6 +7,7 @@
 #include "colorschema.h"
 #include "drawmaster.h"
 #include "mergelink/comparisonlistctrl.h"
+#include "mergelink/patientcomparison.h"
 
 #include "listctrlex.h"
 #include "listtextsubitem.h"
@@ -28,13 +29,9 @@ constexpr UINT kValueFormat = 0;
 
 CString S(const ACE_CString& s) { return CString(s.c_str()); }
 
-ListSubItemPtr textCell(int column, const CString& text, UINT format)
-{
-    auto cell = std::make_unique<ListTextSubItem>(column, text);
-    cell->SetFont(DrawMaster::GetNormalFont());
-    cell->SetDrawFormat(format);
-    return cell;
-}
+using PatientComparison::AddressText;
+using PatientComparison::FieldText;
+using PatientComparison::TextCell;
 
 void setUpList(ListCtrlEx& list)
 {
@@ -60,32 +57,8 @@ CString organizationIDs(const ACE_CString& key)
 
 CString compareValue(const PatientDetailRecord& r, int row)
 {
-    switch (row) {
-    case 0: return organizationIDs(r.GetOrganizationKey());
-    case 1: return S(r.GetPatientID());
-    case 2: return S(r.GetLastName());
-    case 3: return S(r.GetFirstName());
-    case 4: return S(r.GetMiddleName());
-    case 5: return S(r.GetSexCode());
-    case 6: return r.GetGenderCode().is_empty() ? S(r.GetSexCode()) : S(r.GetGenderCode());
-    case 7: return Locale::FormatDate(r.GetDOB(), Locale::eShort);
-    case 8: return Locale::FormatDate(r.GetDateOfDeath(), Locale::eShort);
-    case 9: {
-        CString gid = S(r.GetPatientGID());
-        PatientGIDFormatter::FormatPatientGID(gid);
-        return gid;
-    }
-    case 10: return S(r.GetMothersMaidenName());
-    case 11: return S(r.GetWorkNumber());
-    case 12: return S(r.GetHomeNumber());
-    case 13: return S(r.GetEmailAddress());
-    case 14: return S(r.GetTitle());
-    case 15: return S(r.GetSuffix());
-    case 16: return S(r.GetAliasFirstName());
-    case 17: return S(r.GetAliasMiddleName());
-    case 18: return S(r.GetAliasLastName());
-    default: return CString();
-    }
+    // The first row names the organization; the rest are the merge dialog's fields.
+    return row == 0 ? organizationIDs(r.GetOrganizationKey()) : FieldText(r, row - 1);
 }
 
 CString compareLabel(int row)
@@ -98,13 +71,6 @@ CString compareLabel(int row)
     };
     // The global identifier's row takes the site's own title, as it stands.
     return ids[row] ? LoadString(ids[row]) : PatientGIDFormatter::GetPatientIDColumnName();
-}
-
-CString addressText(const PatientDetailRecord* record)
-{
-    AddressRecord address;
-    address.FromPatientDetailRecord(record);
-    return S(address.GenerateDisplayString(true));
 }
 
 } // namespace
@@ -152,9 +118,9 @@ bool LinkPatientsDlgImpl::CreateHeaderList()
     setUpList(*m_pHeaderList);
     m_pHeaderList->SetRowColors(cs.GetListViewDarkRowBkColor(), cs.GetListViewDarkRowBkColor());
     std::vector<ListSubItemPtr> cells;
-    cells.push_back(textCell(0, CString(), kValueFormat));
-    cells.push_back(textCell(1, LoadString(IDS_ML_PATIENT_RECORD_1), kValueFormat));
-    cells.push_back(textCell(2, LoadString(IDS_ML_PATIENT_RECORD_2), kValueFormat));
+    cells.push_back(TextCell(0, CString(), kValueFormat));
+    cells.push_back(TextCell(1, LoadString(IDS_ML_PATIENT_RECORD_1), kValueFormat));
+    cells.push_back(TextCell(2, LoadString(IDS_ML_PATIENT_RECORD_2), kValueFormat));
     m_pHeaderList->InsertItem(std::move(cells));
     return true;
 }
@@ -173,9 +139,9 @@ bool LinkPatientsDlgImpl::CreateCompareList()
     const PatientDetailRecord& second = m_pSecondPatient ? *m_pSecondPatient : empty;
     for (int row = 0; row < COMPARE_ROW_COUNT; ++row) {
         std::vector<ListSubItemPtr> cells;
-        cells.push_back(textCell(0, compareLabel(row), kLabelFormat));
-        cells.push_back(textCell(1, compareValue(first, row), kValueFormat));
-        cells.push_back(textCell(2, compareValue(second, row), kValueFormat));
+        cells.push_back(TextCell(0, compareLabel(row), kLabelFormat));
+        cells.push_back(TextCell(1, compareValue(first, row), kValueFormat));
+        cells.push_back(TextCell(2, compareValue(second, row), kValueFormat));
         m_pCompareList->InsertItem(std::move(cells));
     }
     return true;
@@ -194,9 +160,9 @@ bool LinkPatientsDlgImpl::CreateAddressList()
     const int lineHeight = QFontMetrics(m_pAddressList->font()).boundingRect(QStringLiteral("Wy")).height();
     m_pAddressList->SetItemHeight(m_pAddressList->GetItemHeight() + 4 * lineHeight);
     std::vector<ListSubItemPtr> cells;
-    cells.push_back(textCell(0, LoadString(IDS_ML_ADDRESS), kLabelFormat));
-    cells.push_back(textCell(1, addressText(m_pFirstPatient), kValueFormat));
-    cells.push_back(textCell(2, addressText(m_pSecondPatient), kValueFormat));
+    cells.push_back(TextCell(0, LoadString(IDS_ML_ADDRESS), kLabelFormat));
+    cells.push_back(TextCell(1, AddressText(m_pFirstPatient), kValueFormat));
+    cells.push_back(TextCell(2, AddressText(m_pSecondPatient), kValueFormat));
     m_pAddressList->InsertItem(std::move(cells));
     return true;
 }

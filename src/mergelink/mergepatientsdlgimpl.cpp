@@ -4,6 +4,7 @@
 #include "boundary/resource.h"
 #include "mergelink/comparisonlistctrl.h"
 #include "mergelink/linkedmergelistctrl.h"
+#include "mergelink/patientcomparison.h"
 
 #include "addressrecord.h"
 #include "colorschema.h"
@@ -52,13 +53,9 @@ constexpr int kNoteGap = 6;
 
 CString S(const ACE_CString& s) { return CString(s.c_str()); }
 
-ListSubItemPtr textCell(int column, const CString& text, UINT format)
-{
-    auto cell = std::make_unique<ListTextSubItem>(column, text);
-    cell->SetFont(DrawMaster::GetNormalFont());
-    cell->SetDrawFormat(format);
-    return cell;
-}
+using PatientComparison::AddressText;
+using PatientComparison::FieldText;
+using PatientComparison::TextCell;
 
 ListSubItemPtr radioCell(int column, const CString& text)
 {
@@ -110,46 +107,9 @@ void addColumns(ListCtrlEx& list, const CString& c0, const CString& c1, const CS
     list.InsertColumn(2, Column(c2, 0.3));
 }
 
-CString fieldValue(const PatientDetailRecord& r, int row)
-{
-    switch (row) {
-    case MergePatientsDlgImpl::ROW_MRN: return S(r.GetPatientID());
-    case MergePatientsDlgImpl::ROW_LAST_NAME: return S(r.GetLastName());
-    case MergePatientsDlgImpl::ROW_FIRST_NAME: return S(r.GetFirstName());
-    case MergePatientsDlgImpl::ROW_MIDDLE_NAME: return S(r.GetMiddleName());
-    case MergePatientsDlgImpl::ROW_SEX: return S(r.GetSexCode());
-    case MergePatientsDlgImpl::ROW_GENDER:
-        return r.GetGenderCode().is_empty() ? S(r.GetSexCode()) : S(r.GetGenderCode());
-    case MergePatientsDlgImpl::ROW_DOB: return Locale::FormatDate(r.GetDOB(), Locale::eShort);
-    case MergePatientsDlgImpl::ROW_DOD: return Locale::FormatDate(r.GetDateOfDeath(), Locale::eShort);
-    case MergePatientsDlgImpl::ROW_GID: {
-        CString gid = S(r.GetPatientGID());
-        PatientGIDFormatter::FormatPatientGID(gid);
-        return gid;
-    }
-    case MergePatientsDlgImpl::ROW_MAIDEN_NAME: return S(r.GetMothersMaidenName());
-    case MergePatientsDlgImpl::ROW_WORK_PHONE: return S(r.GetWorkNumber());
-    case MergePatientsDlgImpl::ROW_HOME_PHONE: return S(r.GetHomeNumber());
-    case MergePatientsDlgImpl::ROW_EMAIL: return S(r.GetEmailAddress());
-    case MergePatientsDlgImpl::ROW_TITLE: return S(r.GetTitle());
-    case MergePatientsDlgImpl::ROW_SUFFIX: return S(r.GetSuffix());
-    case MergePatientsDlgImpl::ROW_ALIAS_FIRST: return S(r.GetAliasFirstName());
-    case MergePatientsDlgImpl::ROW_ALIAS_MIDDLE: return S(r.GetAliasMiddleName());
-    case MergePatientsDlgImpl::ROW_ALIAS_LAST: return S(r.GetAliasLastName());
-    default: return CString();
-    }
-}
-
 CString mrnLabel(const ACE_CString& organizationID)
 {
     return LoadString(IDS_ML_MRN) + "(" + S(organizationID) + ")" + ":";
-}
-
-CString addressText(const PatientDetailRecord* record)
-{
-    AddressRecord address;
-    address.FromPatientDetailRecord(record);
-    return S(address.GenerateDisplayString(true));
 }
 
 } // namespace
@@ -230,13 +190,13 @@ void MergePatientsDlgImpl::InitHeaderList()
 {
     addColumns(*m_pHeaderList, "Col0", "Col1", "Col2");
     std::vector<ListSubItemPtr> titles;
-    titles.push_back(textCell(0, CString(), kValueFormat));
-    titles.push_back(textCell(1, LoadString(IDS_ML_PATIENT_RECORD_1), kValueFormat));
-    titles.push_back(textCell(2, LoadString(IDS_ML_PATIENT_RECORD_2), kValueFormat));
+    titles.push_back(TextCell(0, CString(), kValueFormat));
+    titles.push_back(TextCell(1, LoadString(IDS_ML_PATIENT_RECORD_1), kValueFormat));
+    titles.push_back(TextCell(2, LoadString(IDS_ML_PATIENT_RECORD_2), kValueFormat));
     m_pHeaderList->InsertItem(std::move(titles));
 
     std::vector<ListSubItemPtr> selectAll;
-    selectAll.push_back(textCell(0, LoadString(IDS_ML_SELECT_ALL), kLabelFormat));
+    selectAll.push_back(TextCell(0, LoadString(IDS_ML_SELECT_ALL), kLabelFormat));
     selectAll.push_back(radioCell(1, CString()));
     selectAll.push_back(radioCell(2, CString()));
     m_pHeaderList->InsertItem(std::move(selectAll));
@@ -267,9 +227,9 @@ void MergePatientsDlgImpl::InitFieldList()
     };
     for (int row = 0; row < FIELD_ROW_COUNT; ++row) {
         std::vector<ListSubItemPtr> cells;
-        cells.push_back(textCell(0, labels[row], kLabelFormat));
-        cells.push_back(radioCell(1, fieldValue(*m_pRecord1, row)));
-        cells.push_back(radioCell(2, fieldValue(*m_pRecord2, row)));
+        cells.push_back(TextCell(0, labels[row], kLabelFormat));
+        cells.push_back(radioCell(1, FieldText(*m_pRecord1, row)));
+        cells.push_back(radioCell(2, FieldText(*m_pRecord2, row)));
         m_pFieldList->InsertItem(std::move(cells));
     }
 }
@@ -282,9 +242,9 @@ void MergePatientsDlgImpl::InitAddressList()
     m_pAddressList->SetItemHeight(m_pAddressList->GetItemHeight() + 4 * lineHeight);
     m_pAddressList->setWordWrap(true);
     std::vector<ListSubItemPtr> cells;
-    cells.push_back(textCell(0, LoadString(IDS_ML_ADDRESS), kLabelFormat));
-    cells.push_back(radioCell(1, addressText(m_pRecord1)));
-    cells.push_back(radioCell(2, addressText(m_pRecord2)));
+    cells.push_back(TextCell(0, LoadString(IDS_ML_ADDRESS), kLabelFormat));
+    cells.push_back(radioCell(1, AddressText(m_pRecord1)));
+    cells.push_back(radioCell(2, AddressText(m_pRecord2)));
     m_pAddressList->InsertItem(std::move(cells));
 }
 
@@ -340,8 +300,8 @@ void MergePatientsDlgImpl::InitLinkedList()
             cells.push_back(radioCell(1, S(first->GetPatientID())));
             cells.push_back(radioCell(2, S(second->GetPatientID())));
         } else {
-            cells.push_back(textCell(1, first ? S(first->GetPatientID()) : CString(), kValueFormat));
-            cells.push_back(textCell(2, second ? S(second->GetPatientID()) : CString(), kValueFormat));
+            cells.push_back(TextCell(1, first ? S(first->GetPatientID()) : CString(), kValueFormat));
+            cells.push_back(TextCell(2, second ? S(second->GetPatientID()) : CString(), kValueFormat));
         }
         m_pLinkedList->InsertItem(std::move(cells));
     }
