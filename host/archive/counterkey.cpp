@@ -1,20 +1,29 @@
 #include "counterkey.h"
 
 #include "archivedb.h"
+#include "archiveerror.h"
 
 #include <cstdint>
 #include <cstdio>
 
-std::string NextCounterKey(ArchiveDb& db, const CounterKey& kind, const std::string& orgKey,
-                           const std::string& prefix)
+int NextCounterKey(ArchiveContext& ctx, const CounterKey& kind, const std::string& organization, std::string& value)
 {
+    if (!FieldCheck::Key(organization))
+        return ArchiveResult::InvalidArgument;
+    const auto org = ctx.OrgByKeyOrId(organization);
+    if (!org)
+        return ArchiveResult::NotFound;
+    if (!((*org).*kind.enabled))
+        return ArchiveResult::Unsupported;
+    const std::string& orgKey = org->key;
+    const std::string& prefix = (*org).*kind.prefix;
+    auto& db = ctx.Db();
     WriteTransaction tx(db);
     auto& counter = db.Prepare(std::string("SELECT ") + kind.counterColumn + " FROM organizations WHERE org_key = ?");
     counter.bind(1, orgKey);
     counter.executeStep();
     long long n = counter.getColumn(0).getInt64();
     counter.reset();
-    std::string value;
     for (;;) {
         char digits[32];
         std::snprintf(digits, sizeof digits, "%0*lld", kind.digits, ++n);
@@ -33,5 +42,5 @@ std::string NextCounterKey(ArchiveDb& db, const CounterKey& kind, const std::str
     save.bind(2, orgKey);
     db.Write(save);
     tx.Commit();
-    return value;
+    return ArchiveResult::Ok;
 }

@@ -1,21 +1,24 @@
 #pragma once
 
-#include <string>
+#include "archivecontext.h"
 
-class ArchiveDb;
+#include <string>
 
 // Where an organization's numbered keys (MRNs, accession numbers) are counted
 // and where a value already in use would be found.
 struct CounterKey
 {
+    bool ArchiveContext::Organization::*enabled;        // whether the organization hands these out
+    std::string ArchiveContext::Organization::*prefix; // put in front of the number
     const char* counterColumn; // column of organizations holding the last number handed out
     const char* table;         // rows that carry the generated value
     const char* valueColumn;   // the column within `table` that must stay unique per organization
     int digits;                // zero-padded width of the number after the prefix
 };
 
-// Advances the organization's counter past every value already in use and
-// returns prefix + number. Runs in its own write transaction, so two callers
-// on two connections read and advance the counter one after the other.
-std::string NextCounterKey(ArchiveDb& db, const CounterKey& kind, const std::string& orgKey,
-                           const std::string& prefix);
+// The organization's next unused key (prefix + number), its counter advanced
+// past every value already in use. Runs in its own write transaction, so two
+// callers on two connections read and advance the counter one after the other.
+// Returns an ArchiveResult: InvalidArgument for a malformed organization,
+// NotFound for an unknown one, Unsupported when it does not generate these.
+int NextCounterKey(ArchiveContext& ctx, const CounterKey& kind, const std::string& organization, std::string& value);
