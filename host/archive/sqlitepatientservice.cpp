@@ -611,25 +611,21 @@ int SqlitePatientService::MergePatients(const ACE_CString& sourcePatientKey, Pat
 
         // The edited survivor; the source's MRN is freed first in case the
         // survivor takes it over.
+        // The merged-away key is each statement's last parameter; a statement
+        // with two takes the survivor first.
+        const auto writeMoved = [&db](const char* sql, const std::string& to, const std::string& from) {
+            auto& st = db.Prepare(sql);
+            if (st.getBindParameterCount() > 1)
+                st.bind(1, to);
+            st.bind(st.getBindParameterCount(), from);
+            db.Write(st);
+        };
         for (const auto& [from, to] : pairs) {
-            auto& move = db.Prepare("UPDATE exams SET patient_key = ?1 WHERE patient_key = ?2");
-            move.bind(1, to.key);
-            move.bind(2, from.key);
-            db.Write(move);
-            auto& moveStudies = db.Prepare("UPDATE studies SET patient_key = ?1 WHERE patient_key = ?2");
-            moveStudies.bind(1, to.key);
-            moveStudies.bind(2, from.key);
-            db.Write(moveStudies);
-            auto& ignored = db.Prepare("DELETE FROM ignored_pairs WHERE key_a = ?1 OR key_b = ?1");
-            ignored.bind(1, from.key);
-            db.Write(ignored);
-            auto& chain = db.Prepare("UPDATE merged_patients SET survivor_key = ?1 WHERE survivor_key = ?2");
-            chain.bind(1, to.key);
-            chain.bind(2, from.key);
-            db.Write(chain);
-            auto& remove = db.Prepare("DELETE FROM patients WHERE patient_key = ?");
-            remove.bind(1, from.key);
-            db.Write(remove);
+            writeMoved("UPDATE exams SET patient_key = ?1 WHERE patient_key = ?2", to.key, from.key);
+            writeMoved("UPDATE studies SET patient_key = ?1 WHERE patient_key = ?2", to.key, from.key);
+            writeMoved("DELETE FROM ignored_pairs WHERE key_a = ?1 OR key_b = ?1", to.key, from.key);
+            writeMoved("UPDATE merged_patients SET survivor_key = ?1 WHERE survivor_key = ?2", to.key, from.key);
+            writeMoved("DELETE FROM patients WHERE patient_key = ?1", to.key, from.key);
             auto& tomb = db.Prepare("INSERT INTO merged_patients(old_key, survivor_key, journal_id) VALUES (?, ?, ?)");
             tomb.bind(1, from.key);
             tomb.bind(2, to.key);
