@@ -9,6 +9,22 @@ void Person::Derive()
     normLast = Normalize(last);
     normFirst = Normalize(first);
     phonetic = Phonetic(normLast);
+    foldedLast = FoldCase(last);
+    foldedFirst = FoldCase(first);
+}
+
+std::string FoldCase(const std::string& text)
+{
+    std::string out = text;
+    for (auto& ch : out)
+        if (ch >= 'a' && ch <= 'z')
+            ch = static_cast<char>(ch - 'a' + 'A');
+    return out;
+}
+
+std::string BirthMonth(const std::string& dob)
+{
+    return dob.size() >= 6 ? dob.substr(0, 6) : std::string();
 }
 
 std::string Normalize(const std::string& text)
@@ -96,6 +112,14 @@ std::string BlockKey(int rule, const Person& p)
         if (p.normLast.empty() || p.normFirst.empty() || p.normLast == p.normFirst || p.dob.empty())
             return std::string();
         return std::min(p.normLast, p.normFirst) + sep + std::max(p.normLast, p.normFirst) + sep + p.dob;
+    case kNameBirthMonth: {
+        // A mistyped birth day: the names must match as written, since the
+        // birth date says less here than in the other rules.
+        const std::string month = BirthMonth(p.dob);
+        if (p.foldedLast.empty() || p.foldedFirst.empty() || month.empty())
+            return std::string();
+        return p.foldedLast + sep + p.foldedFirst + sep + month;
+    }
     default:
         return std::string();
     }
@@ -115,7 +139,7 @@ bool PairHolds(int rule, const Person& x, const Person& y)
 
 const char* ReasonCode(int rule)
 {
-    static const char* const kCodes[] = {"", "GID", "NAMEDOB", "SOUNDDOB", "FIRSTDOBSEX", "DOBSWAP", "NAMESWAP"};
+    static const char* const kCodes[] = {"", "GID", "NAMEDOB", "SOUNDDOB", "FIRSTDOBSEX", "DOBSWAP", "NAMESWAP", "NAMEYM"};
     return rule >= 1 && rule <= kCount ? kCodes[rule] : "";
 }
 
@@ -127,7 +151,8 @@ const char* DefaultReasonText(int rule)
                                          "Similar Sounding Name and Date of Birth",
                                          "Same First Name, Date of Birth and Sex",
                                          "Same Name, Birth Day and Month Swapped",
-                                         "First and Last Name Swapped"};
+                                         "First and Last Name Swapped",
+                                         "Same Name, Birth Year and Month"};
     return rule >= 1 && rule <= kCount ? kTexts[rule] : "";
 }
 

@@ -16,7 +16,8 @@ constexpr int kSoundAndBirthDate = 3;  // phonetic key of the last name + date o
 constexpr int kFirstNameBirthSex = 4;  // first name + date of birth + sex
 constexpr int kDayMonthSwapped = 5;    // last + first name, birth day and month swapped
 constexpr int kNamesSwapped = 6;       // first and last name swapped + date of birth
-constexpr int kCount = 6;
+constexpr int kNameBirthMonth = 7;     // last + first name as written (case ignored) + birth year and month
+constexpr int kCount = 7;
 
 // A block larger than this yields no pairs for its rule (site setting).
 constexpr int kDefaultBlockCap = 50;
@@ -25,8 +26,9 @@ constexpr const char* kBlockCapSetting = "CandidateBlockCap";
 struct Person
 {
     std::string key, orgKey, group, mrn, last, first, middle, sex, dob, gid;
-    // Derived once: normalised names and the phonetic key.
-    std::string normLast, normFirst, phonetic;
+    // Derived once: normalised names, the phonetic key, and the names as
+    // written with only the ASCII letters' case folded (the archive's NOCASE).
+    std::string normLast, normFirst, phonetic, foldedLast, foldedFirst;
     void Derive();
 };
 
@@ -39,6 +41,12 @@ BRAVIK_ARCHIVE_EXPORT std::string Phonetic(const std::string& text);
 // YYYYDDMM for a YYYYMMDD date whose day could be a month and differs from it;
 // empty otherwise.
 BRAVIK_ARCHIVE_EXPORT std::string SwapDayMonth(const std::string& dob);
+
+// ASCII letters upper-cased, everything else kept: two names are equal
+// folded exactly when the archive's case-blind comparison finds them equal.
+BRAVIK_ARCHIVE_EXPORT std::string FoldCase(const std::string& text);
+// The YYYYMM start of a birth date, empty for a date too short to have one.
+BRAVIK_ARCHIVE_EXPORT std::string BirthMonth(const std::string& dob);
 
 // Empty when the rule does not apply to the patient.
 BRAVIK_ARCHIVE_EXPORT std::string BlockKey(int rule, const Person& p);

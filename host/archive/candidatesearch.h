@@ -18,7 +18,7 @@ struct CandidateCriteria
     std::string dobBegin; // YYYYMMDD, empty = open
     std::string dobEnd;
     // Reason kind wanted: 0 any, a blocking rule's number (CandidateRules,
-    // 1 to 6), or -1 for a reason no candidate can carry.
+    // 1 to CandidateRules::kCount), or -1 for a reason no candidate can carry.
     int reasonKind = 0;
     bool mergeOff = false;
     std::vector<std::string> mergeOrgKeys; // empty = every organization

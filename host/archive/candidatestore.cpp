@@ -117,11 +117,7 @@ bool CandidateStore::LoadPerson(const std::string& key, Person& p)
 std::vector<Person> CandidateStore::Neighbours(const Person& p)
 {
     std::map<std::string, Person> found;
-    auto run = [&](const std::string& sql, const std::string& value) {
-        if (value.empty())
-            return;
-        auto& q = m_db.Prepare(sql);
-        q.bind(1, value);
+    auto collect = [&](SQLite::Statement& q) {
         while (q.executeStep()) {
             Person n = ReadPerson(q);
             if (n.key != p.key)
@@ -129,10 +125,30 @@ std::vector<Person> CandidateStore::Neighbours(const Person& p)
         }
         q.reset();
     };
+    auto run = [&](const std::string& sql, const std::string& value) {
+        if (value.empty())
+            return;
+        auto& q = m_db.Prepare(sql);
+        q.bind(1, value);
+        collect(q);
+    };
     run(std::string("SELECT ") + kPersonColumns + " FROM patients WHERE global_id = ? AND global_id <> ''", p.gid);
     const std::string byDob = std::string("SELECT ") + kPersonColumns + " FROM patients WHERE dob = ? AND dob <> ''";
     run(byDob, p.dob);
     run(byDob, CandidateRules::SwapDayMonth(p.dob));
+    // The same names as written, born in the same month (the name index, case-blind).
+    const std::string month = CandidateRules::BirthMonth(p.dob);
+    if (!month.empty() && !p.last.empty() && !p.first.empty()) {
+        std::string next = month;
+        next.back() = static_cast<char>(next.back() + 1);
+        auto& q = m_db.Prepare(std::string("SELECT ") + kPersonColumns + " FROM patients WHERE last_name = ?1 COLLATE "
+                               "NOCASE AND first_name = ?2 COLLATE NOCASE AND dob >= ?3 AND dob < ?4");
+        q.bind(1, p.last);
+        q.bind(2, p.first);
+        q.bind(3, month);
+        q.bind(4, next);
+        collect(q);
+    }
     std::vector<Person> out;
     out.reserve(found.size());
     for (auto& [key, person] : found)

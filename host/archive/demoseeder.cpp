@@ -100,6 +100,7 @@ const Code kLinkMergeReasons[] = {{CandidateReasonCode::SharedIdentifier, "Same 
                                   {"FIRSTDOBSEX", "Same First Name, Date of Birth and Sex"},
                                   {"DOBSWAP", "Same Name, Birth Day and Month Swapped"},
                                   {"NAMESWAP", "First and Last Name Swapped"},
+                                  {"NAMEYM", "Same Name, Birth Year and Month"},
                                   {"DUP", "Duplicate"},
                                   {"REG", "Registration error"},
                                   {"TYPO", "Typing error in demographics"},

@@ -138,6 +138,11 @@ int ScanCandidateSearch::Find(const CandidateCriteria& c, std::vector<CandidateP
         "  AND bravik_norm(a.last_name) = bravik_norm(b.first_name) AND bravik_norm(a.first_name) = bravik_norm(b.last_name)"
         + within("z.dob = a.dob AND (" + names + " OR (bravik_norm(z.last_name) = bravik_norm(a.first_name)"
                  " AND bravik_norm(z.first_name) = bravik_norm(a.last_name)))") +
+        " UNION ALL SELECT a.patient_key, b.patient_key, 7 FROM patients a" + same + "b.last_name = a.last_name COLLATE NOCASE"
+        "  AND b.first_name = a.first_name COLLATE NOCASE AND substr(b.dob, 1, 6) = substr(a.dob, 1, 6)"
+        "  WHERE length(a.dob) >= 6 AND a.last_name <> '' AND a.first_name <> ''"
+        + within("z.last_name = a.last_name COLLATE NOCASE AND z.first_name = a.first_name COLLATE NOCASE"
+                 " AND substr(z.dob, 1, 6) = substr(a.dob, 1, 6)") +
         "), best AS (SELECT ka, kb, min(why) AS why FROM pairs GROUP BY ka, kb)";
     if (!who.empty())
         sql += ", hits AS (SELECT p.patient_key FROM patients p WHERE " + who + ")";

@@ -405,7 +405,13 @@ CREATE TRIGGER candidates_stale_on_unignore AFTER DELETE ON ignored_pairs
 BEGIN UPDATE candidate_state SET fresh = 0 WHERE fresh <> 0; END;
 )SQL";
 
-const char* const kMigrations[] = {kV1, kV2, kV3, kV4};
+// A blocking rule was added (same names, birth year and month): the kept
+// pairs are recomputed when the archive is next opened.
+const char* const kV5 = R"SQL(
+UPDATE candidate_state SET fresh = 0;
+)SQL";
+
+const char* const kMigrations[] = {kV1, kV2, kV3, kV4, kV5};
 
 } // namespace
 

@@ -127,6 +127,7 @@ protected:
     const std::string kFirstDobSex = "Same First Name, Date of Birth and Sex";
     const std::string kSwappedDate = "Same Name, Birth Day and Month Swapped";
     const std::string kSwappedNames = "First and Last Name Swapped";
+    const std::string kNameMonth = "Same Name, Birth Year and Month";
 };
 
 TEST_F(CandidateStoreTest, RuleHelpers)
@@ -142,6 +143,9 @@ TEST_F(CandidateStoreTest, RuleHelpers)
     EXPECT_EQ(CandidateRules::SwapDayMonth("19800313"), ""); // 13 cannot be a month
     EXPECT_EQ(CandidateRules::SwapDayMonth("19800404"), ""); // swapping changes nothing
     EXPECT_EQ(CandidateRules::SwapDayMonth(""), "");
+    EXPECT_EQ(CandidateRules::FoldCase("o'Brien-Smith \xc3\xa9"), "O'BRIEN-SMITH \xc3\xa9");
+    EXPECT_EQ(CandidateRules::BirthMonth("19800305"), "198003");
+    EXPECT_EQ(CandidateRules::BirthMonth("1980"), "");
 }
 
 TEST_F(CandidateStoreTest, EachRuleFindsItsPairsWithItsReason)
@@ -158,12 +162,18 @@ TEST_F(CandidateStoreTest, EachRuleFindsItsPairsWithItsReason)
     const std::string d2 = P(m_north, "Lee", "Ann", "M", "19800603");
     const std::string w1 = P(m_north, "Grant", "Hugh", "M", "19640707");
     const std::string w2 = P(m_north, "Hugh", "Grant", "F", "19640707");
+    const std::string m1 = P(m_north, "Nolan", "Ruth", "F", "19700310");
+    const std::string m2 = P(m_north, "NOLAN", "ruth", "M", "19700322");
     P(m_north, "Lonely", "Luke", "M", "19640707");
+    P(m_north, "Nolan", "Ruth", "F", "19700410"); // another month
+    P(m_north, "Nolan", "Ruthie", "F", "19700311"); // another first name
+    P(m_north, "No-lan", "Ruth", "F", "19700312"); // the names must match as written
     Rebuild();
     const auto [rows, total] = Search(MergeLinkCandidatesQueryDataSet());
     EXPECT_EQ(rows, (std::vector<std::string>{Row(f1, f2, kFirstDobSex), Row(g1, g2, kSsn), Row(w1, w2, kSwappedNames),
-                                              Row(d1, d2, kSwappedDate), Row(n1, n2, kNameDob), Row(s1, s2, kSound)}));
-    EXPECT_EQ(total, 6);
+                                              Row(d1, d2, kSwappedDate), Row(m1, m2, kNameMonth), Row(n1, n2, kNameDob),
+                                              Row(s1, s2, kSound)}));
+    EXPECT_EQ(total, 7);
 
     // Every rule can be searched for by its dictionary text.
     MergeLinkCandidatesQueryDataSet sound;
@@ -172,6 +182,9 @@ TEST_F(CandidateStoreTest, EachRuleFindsItsPairsWithItsReason)
     MergeLinkCandidatesQueryDataSet swapped;
     swapped.SetReason(kSwappedNames.c_str());
     EXPECT_EQ(Search(swapped).first, (std::vector<std::string>{Row(w1, w2, kSwappedNames)}));
+    MergeLinkCandidatesQueryDataSet month;
+    month.SetReason(kNameMonth.c_str());
+    EXPECT_EQ(Search(month).first, (std::vector<std::string>{Row(m1, m2, kNameMonth)}));
 }
 
 TEST_F(CandidateStoreTest, ALowerRuleNamesAPairMatchedByMany)
@@ -180,7 +193,7 @@ TEST_F(CandidateStoreTest, ALowerRuleNamesAPairMatchedByMany)
     const std::string b = P(m_north, "Brown", "Ann", "F", "19800505", "111");
     Rebuild();
     EXPECT_EQ(Rows(), (std::vector<std::string>{Row(a, b, kSsn)}));
-    EXPECT_EQ(Text("SELECT rules FROM candidate_pairs"), std::to_string((1 << 1) | (1 << 2) | (1 << 3) | (1 << 4)));
+    EXPECT_EQ(Text("SELECT rules FROM candidate_pairs"), std::to_string((1 << 1) | (1 << 2) | (1 << 3) | (1 << 4) | (1 << 7)));
 }
 
 TEST_F(CandidateStoreTest, ReasonTextsFollowTheDictionary)
@@ -233,6 +246,55 @@ TEST_F(CandidateStoreTest, CreateModifyAndDeleteKeepThePairs)
     ExpectSameAsRebuild("delete");
 }
 
+// A mistyped birth day: the same names born in the same month are paired as
+// the patients are created and changed, and let go when the month changes.
+TEST_F(CandidateStoreTest, SameNamesBornInTheSameMonthAreKeptAsTheyChange)
+{
+    Rebuild();
+    const std::string a = Create(Record(m_north, "1001", "Keller", "Rosa", "F", 1975, 8, 14));
+    const std::string b = Create(Record(m_south, "2001", "keller", "ROSA", "F", 1975, 8, 17));
+    EXPECT_EQ(Rows(), (std::vector<std::string>{Row(a, b, kNameMonth)}));
+    ExpectSameAsRebuild("create");
+
+    PatientDetailRecord r = Get(b);
+    r.SetDOB(BDate(1975, 8, 14));
+    ASSERT_EQ(Svc().ModifyPatient(&r), 0);
+    EXPECT_EQ(Rows(), (std::vector<std::string>{Row(a, b, kNameDob)})); // now the whole date matches
+    ExpectSameAsRebuild("same day");
+
+    r = Get(b);
+    r.SetDOB(BDate(1975, 9, 14));
+    ASSERT_EQ(Svc().ModifyPatient(&r), 0);
+    EXPECT_TRUE(Rows().empty());
+    ExpectSameAsRebuild("another month");
+
+    r = Get(b);
+    r.SetDOB(BDate(1975, 8, 2));
+    ASSERT_EQ(Svc().ModifyPatient(&r), 0);
+    EXPECT_EQ(Rows(), (std::vector<std::string>{Row(a, b, kNameMonth)}));
+    r = Get(a);
+    r.SetName(BPersonName("Keller", "Rose", "", "", ""));
+    ASSERT_EQ(Svc().ModifyPatient(&r), 0);
+    EXPECT_TRUE(Rows().empty());
+    ExpectSameAsRebuild("another first name");
+}
+
+// An archive written before the month rule existed gets its pairs
+// recomputed when this version first opens it.
+TEST_F(CandidateStoreTest, AnArchiveFromBeforeTheMonthRuleIsRebuiltOnOpen)
+{
+    const std::string a = P(m_north, "Keller", "Rosa", "F", "19750814");
+    const std::string b = P(m_north, "Keller", "Rosa", "F", "19750817");
+    Rebuild();
+    const std::string path = Path();
+    Db().Handle().exec("DELETE FROM candidate_pairs; DELETE FROM candidate_counts; PRAGMA user_version = 4");
+    ASSERT_TRUE(Fresh());
+    auto reopened = Archive::Open(path);
+    EXPECT_TRUE(CandidateStore(reopened->Db()).Fresh());
+    EXPECT_EQ(Count("SELECT count(*) FROM candidate_pairs WHERE reason = 7"), 1);
+    EXPECT_EQ(Text("SELECT key_a || '/' || key_b FROM candidate_pairs"), std::min(a, b) + "/" + std::max(a, b));
+}
+
 TEST_F(CandidateStoreTest, LinkAndUnlinkTakeOutAndBringBackCrossOrganizationPairs)
 {
     const std::string n = P(m_north, "White", "Tom", "M", "19500101", "333");
@@ -281,7 +343,7 @@ TEST_F(CandidateStoreTest, AnIgnoredPairComesBackOnlyWhenAMatchingFieldChanges)
 
     // A changed birth date asks the question again.
     r = Get(b);
-    r.SetDOB(BDate(1980, 5, 6));
+    r.SetDOB(BDate(1980, 6, 5));
     ASSERT_EQ(Svc().ModifyPatient(&r), 0);
     EXPECT_TRUE(Rows().empty()); // no rule pairs them now
     EXPECT_EQ(Count("SELECT count(*) FROM ignored_pairs"), 0);
