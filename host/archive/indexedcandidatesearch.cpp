@@ -7,6 +7,8 @@
 #include <SQLiteCpp/Statement.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <unordered_set>
 
 namespace {
 
@@ -177,20 +179,62 @@ int CompareNoCase(const std::string& x, const std::string& y)
     return x.size() == y.size() ? 0 : (x.size() < y.size() ? -1 : 1);
 }
 
-struct Match
+// A read transaction (nested in the caller's, if any) for the scope.
+class ReadSnapshot
 {
-    std::string keyA, keyB, last, first;
+public:
+    explicit ReadSnapshot(ArchiveDb& db)
+        : m_db(db)
+    {
+        m_db.Handle().exec("SAVEPOINT candidate_search");
+    }
+    ~ReadSnapshot()
+    {
+        try {
+            m_db.Handle().exec("RELEASE candidate_search");
+        } catch (...) {
+        }
+    }
+    ReadSnapshot(const ReadSnapshot&) = delete;
+    ReadSnapshot& operator=(const ReadSnapshot&) = delete;
+
+private:
+    ArchiveDb& m_db;
 };
 
-bool InOrder(const Match& x, const Match& y)
+// One matching pair as the sides' indexes give it: its row and its sort
+// names, folded as the NOCASE collation folds them and joined by a NUL, so
+// plain byte order is the order of last name, then first name.
+struct Match
 {
-    if (const int c = CompareNoCase(x.last, y.last))
+    std::int64_t row = 0;
+    std::string names;
+};
+
+void AppendFolded(std::string& out, const char* text, int size)
+{
+    for (int i = 0; i < size; ++i) {
+        const char c = text[i];
+        out += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    }
+}
+
+bool InNameOrder(const Match& x, const Match& y)
+{
+    if (const int c = x.names.compare(y.names))
         return c < 0;
-    if (const int c = CompareNoCase(x.first, y.first))
+    return x.row < y.row;
+}
+
+bool InOrder(const CandidatePair& x, const CandidatePair& y)
+{
+    if (const int c = CompareNoCase(x.first.lastName, y.first.lastName))
         return c < 0;
-    if (x.keyA != y.keyA)
-        return x.keyA < y.keyA;
-    return x.keyB < y.keyB;
+    if (const int c = CompareNoCase(x.first.firstName, y.first.firstName))
+        return c < 0;
+    if (x.first.key != y.first.key)
+        return x.first.key < y.first.key;
+    return x.second.key < y.second.key;
 }
 
 } // namespace
@@ -198,34 +242,55 @@ bool InOrder(const Match& x, const Match& y)
 int IndexedCandidateSearch::FindMatching(const std::string& matches, const std::vector<std::string>& binds, int rowLimit,
                                          std::vector<CandidatePair>& pairs, long long& total)
 {
-    // Every match is read once, with its sort columns, from the sides'
-    // indexes; the count and the first rows both come from that one read.
+    // Every match is read once from the sides' indexes, as its row number
+    // and its sort names only; the count and the first rows both come from
+    // that one read. A pair both of whose patients match is read twice and
+    // kept once.
     std::vector<Match> found;
     {
+        std::unordered_set<std::int64_t> seen;
         SQLite::Statement q(m_db.Handle(), matches);
         int i = 1;
         for (const auto& v : binds)
             q.bind(i++, v);
-        while (q.executeStep())
-            found.push_back({q.getColumn(0).getString(), q.getColumn(1).getString(), q.getColumn(2).getString(),
-                             q.getColumn(3).getString()});
+        while (q.executeStep()) {
+            const std::int64_t row = q.getColumn(0).getInt64();
+            if (!seen.insert(row).second)
+                continue;
+            Match m{row, std::string()};
+            const SQLite::Column last = q.getColumn(1), first = q.getColumn(2);
+            AppendFolded(m.names, last.getText(), last.getBytes());
+            m.names += '\0';
+            AppendFolded(m.names, first.getText(), first.getBytes());
+            found.push_back(std::move(m));
+        }
     }
-    std::sort(found.begin(), found.end(), InOrder);
-    // A pair both of whose patients match was read twice.
-    found.erase(std::unique(found.begin(), found.end(),
-                            [](const Match& x, const Match& y) { return x.keyA == y.keyA && x.keyB == y.keyB; }),
-                found.end());
     total = static_cast<long long>(found.size());
-    const size_t rows = rowLimit > 0 ? std::min(found.size(), static_cast<size_t>(rowLimit)) : found.size();
+    // Only the first rows are put in order. The keys settle the order among
+    // equal names, so every match with the names at the limit is read whole
+    // and sorted with the rows before it.
+    const size_t wanted = rowLimit > 0 ? std::min(found.size(), static_cast<size_t>(rowLimit)) : found.size();
+    size_t rows = found.size();
+    if (wanted > 0 && wanted < found.size()) {
+        const auto limit = found.begin() + static_cast<std::ptrdiff_t>(wanted - 1);
+        std::nth_element(found.begin(), limit, found.end(), InNameOrder);
+        const std::string boundary = limit->names;
+        rows = static_cast<size_t>(std::partition(limit + 1, found.end(),
+                                                  [&](const Match& m) { return m.names == boundary; })
+                                   - found.begin());
+    }
+    const size_t base = pairs.size();
     auto& q = m_db.Prepare("SELECT " + std::string(kPairColumns) + " FROM candidate_pairs p" + kOrgJoins +
-                           " WHERE p.key_a = ? AND p.key_b = ?");
+                           " WHERE p.rowid = ?");
     for (size_t r = 0; r < rows; ++r) {
-        q.bind(1, found[r].keyA);
-        q.bind(2, found[r].keyB);
+        q.bind(1, found[r].row);
         if (q.executeStep())
             pairs.push_back(ReadPair(q));
         q.reset();
     }
+    std::sort(pairs.begin() + static_cast<std::ptrdiff_t>(base), pairs.end(), InOrder);
+    if (pairs.size() > base + wanted)
+        pairs.resize(base + wanted);
     return 0;
 }
 
@@ -265,13 +330,16 @@ int IndexedCandidateSearch::Find(const CandidateCriteria& c, std::vector<Candida
                 w.binds.insert(w.binds.end(), halves.binds.begin(), halves.binds.end());
             }
             matches += std::string(matches.empty() ? "" : " UNION ALL ")
-                + "SELECT key_a, key_b, a_last, a_first FROM candidate_pairs WHERE " + w.sql;
+                + "SELECT rowid, a_last, a_first FROM candidate_pairs WHERE " + w.sql;
             matchBinds.insert(matchBinds.end(), w.binds.begin(), w.binds.end());
         }
     }
     const std::string whereSql = where.sql.empty() ? std::string() : " WHERE " + where.sql;
 
     return GuardDb("candidate search", [&] {
+        // The count and the rows come from several statements: one read
+        // snapshot keeps them in agreement while others write.
+        ReadSnapshot snapshot(m_db);
         auto bindAll = [](SQLite::Statement& q, const std::vector<std::string>& binds) {
             int i = 1;
             for (const auto& v : binds)
