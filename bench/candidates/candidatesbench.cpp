@@ -499,6 +499,13 @@ int main(int argc, char** argv)
         std::vector<double> times;
         std::vector<std::string> created;
         const int ops = 400;
+        // MRNs no earlier run on a reused archive has taken.
+        const long long firstMrn =
+            db.Handle()
+                .execAndGet("SELECT coalesce(max(CAST(mrn AS INTEGER)), 899999999) + 1 FROM patients "
+                            "WHERE mrn >= '900000000' AND mrn <= '999999999' AND length(mrn) = 9")
+                .getInt64();
+        long long failed = 0;
         for (int i = 0; i < ops; ++i) {
             PatientDetailRecord r;
             char dob[16];
@@ -510,13 +517,15 @@ int main(int argc, char** argv)
             r.SetDOB(BDate(static_cast<unsigned>(y), static_cast<unsigned>(m), static_cast<unsigned>(d)));
             if (i % 2 == 0 || created.empty()) {
                 r.SetOrganizationKey(orgs[i % orgs.size()].c_str());
-                r.SetPatientID(std::to_string(900000000 + i).c_str());
+                r.SetPatientID(std::to_string(firstMrn + i).c_str());
                 ACE_CString key;
                 const auto start = Clock::now();
                 const int rc = archive->Patients().CreatePatient(&r, key);
                 times.push_back(Ms(start));
                 if (rc == 0)
                     created.push_back(key.c_str());
+                else
+                    ++failed;
             } else {
                 PatientDetailRecord existing;
                 const std::string key = created[rng() % created.size()];
@@ -524,12 +533,14 @@ int main(int argc, char** argv)
                 existing.SetName(BPersonName("Mason", i % 4 ? "Ellie" : "Marco", "", "", ""));
                 existing.SetDOB(BDate(static_cast<unsigned>(y), static_cast<unsigned>(m), static_cast<unsigned>(d)));
                 const auto start = Clock::now();
-                archive->Patients().ModifyPatient(&existing);
+                if (archive->Patients().ModifyPatient(&existing) != 0)
+                    ++failed;
                 times.push_back(Ms(start));
             }
         }
         Figure("update_p50_ms", Percentile(times, 0.5));
         Figure("update_p99_ms", Percentile(times, 0.99));
+        Figure("update_failures", failed);
     }
     Figure("rss_mb", PeakRssMb());
     archive.reset();

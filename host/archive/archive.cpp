@@ -9,6 +9,7 @@
 #include "sqliteorgcollection.h"
 #include "sqlitepatientservice.h"
 #include "sqliteproviderservice.h"
+#include "walcheckpointer.h"
 
 #include <auditandlogparams.h>
 #include <options.h>
@@ -50,6 +51,7 @@ std::unique_ptr<Archive> Archive::Open(const std::string& path)
 Archive::Archive(std::unique_ptr<ArchiveDb> db)
     : m_db(std::move(db))
 {
+    m_checkpointer = std::make_unique<WalCheckpointer>(m_db->Handle().getHandle());
     m_context = std::make_unique<ArchiveContext>(*m_db);
     m_patients = std::make_unique<SqlitePatientService>(*m_context);
     m_exams = std::make_unique<SqliteExamService>(*m_context);

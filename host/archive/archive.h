@@ -13,6 +13,7 @@ class SqliteExamService;
 class SqliteOrgCollection;
 class SqlitePatientService;
 class SqliteProviderService;
+class WalCheckpointer;
 
 // One open site archive: the connection and the concrete services on it.
 // The host opens it, installs it into the session for the logged-in user,
@@ -52,11 +53,14 @@ public:
     SqliteDictionaryService& Dictionaries() { return *m_dictionaries; }
     SqliteProviderService& Providers() { return *m_providers; }
     SqliteOrgCollection& Organizations() { return *m_organizations; }
+    WalCheckpointer& Checkpointer() { return *m_checkpointer; }
 
 private:
     explicit Archive(std::unique_ptr<ArchiveDb> db);
 
     std::unique_ptr<ArchiveDb> m_db;
+    // Declared after the connection it watches, so it goes first.
+    std::unique_ptr<WalCheckpointer> m_checkpointer;
     std::unique_ptr<ArchiveContext> m_context;
     std::unique_ptr<SqlitePatientService> m_patients;
     std::unique_ptr<SqliteExamService> m_exams;

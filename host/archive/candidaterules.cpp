@@ -9,8 +9,6 @@ void Person::Derive()
     normLast = Normalize(last);
     normFirst = Normalize(first);
     phonetic = Phonetic(normLast);
-    foldedLast = FoldCase(last);
-    foldedFirst = FoldCase(first);
 }
 
 std::string FoldCase(const std::string& text)
@@ -116,9 +114,9 @@ std::string BlockKey(int rule, const Person& p)
         // A mistyped birth day: the names must match as written, since the
         // birth date says less here than in the other rules.
         const std::string month = BirthMonth(p.dob);
-        if (p.foldedLast.empty() || p.foldedFirst.empty() || month.empty())
+        if (p.last.empty() || p.first.empty() || month.empty())
             return std::string();
-        return p.foldedLast + sep + p.foldedFirst + sep + month;
+        return FoldCase(p.last) + sep + FoldCase(p.first) + sep + month;
     }
     default:
         return std::string();

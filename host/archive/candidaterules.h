@@ -26,9 +26,8 @@ constexpr const char* kBlockCapSetting = "CandidateBlockCap";
 struct Person
 {
     std::string key, orgKey, group, mrn, last, first, middle, sex, dob, gid;
-    // Derived once: normalised names, the phonetic key, and the names as
-    // written with only the ASCII letters' case folded (the archive's NOCASE).
-    std::string normLast, normFirst, phonetic, foldedLast, foldedFirst;
+    // Derived once: normalised names and the phonetic key.
+    std::string normLast, normFirst, phonetic;
     void Derive();
 };
 

@@ -332,11 +332,17 @@ void CandidateStore::After(const Snapshot& snapshot, const std::vector<std::stri
 long long CandidateStore::Rebuild(const Progress& progress)
 {
     return GuardDb("rebuilding candidates", [&]() -> long long {
-        const int steps = 4;
+        // Reading, one step per rule, writing, indexing, finishing.
+        const int steps = CandidateRules::kCount + 4;
+        int step = 0;
+        auto report = [&](const char* what) {
+            if (progress)
+                progress(step, steps, what);
+            ++step;
+        };
         WriteTransaction tx(m_db);
         const int cap = BlockCap();
-        if (progress)
-            progress(0, steps, "reading patients");
+        report("reading patients");
         std::vector<Person> people;
         {
             SQLite::Statement q(m_db.Handle(), std::string("SELECT ") + kPersonColumns + " FROM patients");
@@ -349,8 +355,7 @@ long long CandidateStore::Rebuild(const Progress& progress)
             while (q.executeStep())
                 ignored.emplace(q.getColumn(0).getString(), q.getColumn(1).getString());
         }
-        if (progress)
-            progress(1, steps, "blocking");
+
         // Pair masks by (lower index, higher index) of `people`. Blocks are
         // found by sorting hashes of the block keys; a run of equal hashes is
         // split by the keys themselves, so a collision never joins two blocks.
@@ -359,6 +364,7 @@ long long CandidateStore::Rebuild(const Progress& progress)
         hashed.reserve(people.size());
         const std::hash<std::string> hasher;
         for (int rule = 1; rule <= CandidateRules::kCount; ++rule) {
+            report("blocking");
             hashed.clear();
             for (std::uint32_t i = 0; i < people.size(); ++i) {
                 const std::string block = CandidateRules::BlockKey(rule, people[i]);
@@ -397,8 +403,7 @@ long long CandidateStore::Rebuild(const Progress& progress)
                 start = end;
             }
         }
-        if (progress)
-            progress(2, steps, "writing pairs");
+        report("writing pairs");
         // A bulk load is faster into a bare table: the secondary indexes and
         // the counting triggers are dropped here and made again below, all
         // inside this transaction; the totals are written once at the end.
@@ -455,14 +460,13 @@ long long CandidateStore::Rebuild(const Progress& progress)
             m_db.Write(count);
             count.reset();
         }
+        report("indexing");
         for (const auto& ddl : rebuildAfter)
             m_db.Exec(ddl);
-        if (progress)
-            progress(3, steps, "finishing");
+        report("finishing");
         MarkFresh();
         tx.Commit();
-        if (progress)
-            progress(4, steps, "done");
+        report("done");
         return written;
     });
 }
