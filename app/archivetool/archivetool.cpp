@@ -26,8 +26,11 @@ const char* const kUsage =
     "                             the same seed gives the same data\n"
     "  stats FILE                 rows per table\n"
     "  check FILE                 integrity check: prints OK or each violation\n"
-    "  rebuild-candidates FILE    recompute the kept merge/link candidate pairs,\n"
-    "                             with progress\n"
+    "  rebuild-candidates FILE [--block-cap N]\n"
+    "                             recompute the kept merge/link candidate pairs,\n"
+    "                             with progress; --block-cap first sets the site's\n"
+    "                             largest block (2 or more, default 50) whose\n"
+    "                             patients are still paired with each other\n"
     "  --help                     this text\n"
     "\n"
     "Exit status: 0 done, 1 failed or violations found, 2 bad usage.\n";
@@ -139,9 +142,13 @@ int Check(const std::string& path, std::ostream& out)
     return 1;
 }
 
-int RebuildCandidates(const std::string& path, std::ostream& out, std::ostream& err)
+int RebuildCandidates(const std::string& path, int blockCap, std::ostream& out, std::ostream& err)
 {
     ArchiveDb db(path, ArchiveDb::Mode::OpenExisting);
+    if (blockCap > 0) {
+        CandidateStore(db).SetBlockCap(blockCap);
+        out << "Block cap set to " << blockCap << "\n";
+    }
     const auto start = std::chrono::steady_clock::now();
     const long long pairs = CandidateStore(db).Rebuild([&](int step, int steps, const char* what) {
         err << "\rrebuilding candidates: step " << step << " / " << steps << " (" << what << ")" << std::flush;
@@ -173,8 +180,16 @@ int RunArchiveTool(const std::vector<std::string>& args, std::ostream& out, std:
 
     SeedOptions options;
     bool havePatients = false;
+    long long blockCap = 0;
     for (size_t i = 2; i < args.size(); ++i) {
         const std::string& option = args[i];
+        if (command == "rebuild-candidates" && option == "--block-cap") {
+            const std::string value = i + 1 < args.size() ? args[++i] : std::string();
+            if (!ParseInt(value, 2, 1000000, blockCap))
+                return Usage(err, "rebuild-candidates: --block-cap wants a whole number from 2 to 1000000, not '" +
+                                      value + "'");
+            continue;
+        }
         if (command != "seed")
             return Usage(err, command + ": unexpected argument '" + option + "'");
         if (i + 1 >= args.size())
@@ -210,7 +225,7 @@ int RunArchiveTool(const std::vector<std::string>& args, std::ostream& out, std:
         if (command == "stats")
             return Stats(path, out);
         if (command == "rebuild-candidates")
-            return RebuildCandidates(path, out, err);
+            return RebuildCandidates(path, static_cast<int>(blockCap), out, err);
         return Check(path, out);
     } catch (const std::exception& e) {
         err << "bravik-archive: " << e.what() << "\n";

@@ -103,6 +103,21 @@ int CandidateStore::BlockCap()
     return cap < 2 ? 2 : cap;
 }
 
+void CandidateStore::SetBlockCap(int cap)
+{
+    GuardDb("setting the block cap", [&] {
+        WriteTransaction tx(m_db);
+        auto& st = m_db.Prepare("INSERT INTO site_settings(scope, name, value) VALUES ('policy', ?1, ?2) "
+                                "ON CONFLICT (scope, name) DO UPDATE SET value = excluded.value");
+        st.bind(1, CandidateRules::kBlockCapSetting);
+        st.bind(2, std::to_string(cap < 2 ? 2 : cap));
+        m_db.Write(st);
+        m_db.Exec("UPDATE candidate_state SET fresh = 0");
+        tx.Commit();
+        return 0;
+    });
+}
+
 bool CandidateStore::LoadPerson(const std::string& key, Person& p)
 {
     auto& q = m_db.Prepare(std::string("SELECT ") + kPersonColumns + " FROM patients WHERE patient_key = ?");

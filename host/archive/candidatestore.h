@@ -40,7 +40,11 @@ public:
     using Progress = std::function<void(int, int, const char*)>;
     long long Rebuild(const Progress& progress = Progress());
 
+    // The site's block cap (CandidateRules::kBlockCapSetting), at least 2.
     int BlockCap();
+    // Stores a new cap (at least 2) and marks the pairs stale: they change
+    // with it, so a rebuild must follow.
+    void SetBlockCap(int cap);
 
 private:
     bool LoadPerson(const std::string& key, CandidateRules::Person& p);

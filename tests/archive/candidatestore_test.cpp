@@ -573,4 +573,30 @@ TEST_F(CandidateStoreTest, ToolRebuildsWithProgress)
     EXPECT_EQ(RunArchiveTool({"rebuild-candidates"}, out2, err2), 2);
 }
 
+TEST_F(CandidateStoreTest, ToolSetsTheBlockCapAndRebuildsWithIt)
+{
+    for (int i = 0; i < 3; ++i)
+        P(m_north, "Brown", "Ann", "F", "19800505");
+    Rebuild();
+    EXPECT_EQ(Count("SELECT count(*) FROM candidate_pairs"), 3);
+    std::ostringstream out, err;
+    EXPECT_EQ(RunArchiveTool({"rebuild-candidates", Path(), "--block-cap", "2"}, out, err), 0) << err.str();
+    EXPECT_NE(out.str().find("Block cap set to 2\n"), std::string::npos) << out.str();
+    EXPECT_NE(out.str().find("Rebuilt 0 candidate pairs in " + Path()), std::string::npos) << out.str();
+    EXPECT_EQ(CandidateStore(Db()).BlockCap(), 2);
+    EXPECT_EQ(Count("SELECT count(*) FROM candidate_pairs"), 0);
+    EXPECT_TRUE(Fresh());
+
+    for (const std::string bad : {"1", "x", "1000001"}) {
+        std::ostringstream o, e;
+        EXPECT_EQ(RunArchiveTool({"rebuild-candidates", Path(), "--block-cap", bad}, o, e), 2);
+        EXPECT_NE(e.str().find("bravik-archive: rebuild-candidates: --block-cap wants a whole number from 2 to 1000000, not '" +
+                               bad + "'"), std::string::npos) << e.str();
+    }
+    std::ostringstream o, e;
+    EXPECT_EQ(RunArchiveTool({"rebuild-candidates", Path(), "--block-cap"}, o, e), 2);
+    EXPECT_NE(e.str().find("--block-cap wants a whole number from 2 to 1000000, not ''"), std::string::npos);
+    EXPECT_EQ(CandidateStore(Db()).BlockCap(), 2); // bad input changes nothing
+}
+
 } // namespace
