@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 #include <unordered_set>
 
 namespace {
@@ -239,51 +240,90 @@ bool InOrder(const CandidatePair& x, const CandidatePair& y)
 
 } // namespace
 
-int IndexedCandidateSearch::FindMatching(const std::string& matches, const std::vector<std::string>& binds, int rowLimit,
+int IndexedCandidateSearch::FindMatching(const std::vector<std::string>& sides,
+                                         const std::vector<std::vector<std::string>>& binds, int rowLimit,
                                          std::vector<CandidatePair>& pairs, long long& total)
 {
-    // Every match is read once from the sides' indexes, as its row number
-    // and its sort names only; the count and the first rows both come from
-    // that one read. A pair both of whose patients match is read twice and
-    // kept once.
-    std::vector<Match> found;
-    {
-        std::unordered_set<std::int64_t> seen;
-        SQLite::Statement q(m_db.Handle(), matches);
+    auto bound = [&](const std::string& sql, size_t side,
+                     const std::vector<std::string>& more = {}) -> SQLite::Statement& {
+        auto& q = m_db.Prepare(sql);
         int i = 1;
-        for (const auto& v : binds)
+        for (const auto& v : binds[side])
             q.bind(i++, v);
+        for (const auto& v : more)
+            q.bind(i++, v);
+        return q;
+    };
+    // The sides exclude each other, so their counts add up; each is counted
+    // on its own index without reading the rows.
+    total = 0;
+    for (size_t side = 0; side < sides.size(); ++side) {
+        auto& q = bound("SELECT count(*) FROM candidate_pairs WHERE " + sides[side], side);
+        if (q.executeStep())
+            total += q.getColumn(0).getInt64();
+        q.reset();
+    }
+    if (total == 0)
+        return 0;
+
+    // The first rows of each side, in name order; together they hold the
+    // first rows of the whole answer.
+    const std::string limit = rowLimit > 0 ? " LIMIT " + std::to_string(rowLimit) : std::string();
+    std::vector<Match> found;
+    // Per side: the names of its last row when its limit cut it short.
+    std::vector<std::optional<std::string>> cutAt(sides.size());
+    auto readInto = [&](SQLite::Statement& q) {
         while (q.executeStep()) {
-            const std::int64_t row = q.getColumn(0).getInt64();
-            if (!seen.insert(row).second)
-                continue;
-            Match m{row, std::string()};
+            Match m{q.getColumn(0).getInt64(), std::string()};
             const SQLite::Column last = q.getColumn(1), first = q.getColumn(2);
             AppendFolded(m.names, last.getText(), last.getBytes());
             m.names += '\0';
             AppendFolded(m.names, first.getText(), first.getBytes());
             found.push_back(std::move(m));
         }
+        q.reset();
+    };
+    for (size_t side = 0; side < sides.size(); ++side) {
+        const size_t before = found.size();
+        readInto(bound("SELECT rowid, a_last, a_first FROM candidate_pairs WHERE " + sides[side] +
+                           " ORDER BY a_last, a_first, rowid" + limit,
+                       side));
+        if (rowLimit > 0 && found.size() - before == static_cast<size_t>(rowLimit))
+            cutAt[side] = found.back().names;
     }
-    total = static_cast<long long>(found.size());
-    // Only the first rows are put in order. The keys settle the order among
-    // equal names, so every match with the names at the limit is read whole
-    // and sorted with the rows before it.
     const size_t wanted = rowLimit > 0 ? std::min(found.size(), static_cast<size_t>(rowLimit)) : found.size();
-    size_t rows = found.size();
-    if (wanted > 0 && wanted < found.size()) {
-        const auto limit = found.begin() + static_cast<std::ptrdiff_t>(wanted - 1);
-        std::nth_element(found.begin(), limit, found.end(), InNameOrder);
-        const std::string boundary = limit->names;
-        rows = static_cast<size_t>(std::partition(limit + 1, found.end(),
-                                                  [&](const Match& m) { return m.names == boundary; })
-                                   - found.begin());
+    const bool anyCut = std::any_of(cutAt.begin(), cutAt.end(), [](const auto& names) { return names.has_value(); });
+    if (wanted > 0 && anyCut) {
+        const auto at = found.begin() + static_cast<std::ptrdiff_t>(wanted - 1);
+        std::nth_element(found.begin(), at, found.end(), InNameOrder);
+        const std::string boundary = at->names;
+        // The keys settle the order among equal names, so every row with the
+        // names at the limit is needed: a side cut off inside those names
+        // gives the rest of them. (A side cut off later has none left.)
+        std::unordered_set<std::int64_t> have;
+        for (const Match& m : found)
+            have.insert(m.row);
+        const size_t split = boundary.find('\0');
+        for (size_t side = 0; side < sides.size(); ++side) {
+            if (!cutAt[side] || *cutAt[side] != boundary)
+                continue;
+            auto& q = bound("SELECT rowid FROM candidate_pairs WHERE " + sides[side] + " AND a_last = ? AND a_first = ?",
+                            side, {boundary.substr(0, split), boundary.substr(split + 1)});
+            while (q.executeStep()) {
+                const std::int64_t row = q.getColumn(0).getInt64();
+                if (have.insert(row).second)
+                    found.push_back({row, boundary});
+            }
+            q.reset();
+        }
+        found.erase(std::partition(found.begin(), found.end(), [&](const Match& m) { return m.names <= boundary; }),
+                    found.end());
     }
     const size_t base = pairs.size();
     auto& q = m_db.Prepare("SELECT " + std::string(kPairColumns) + " FROM candidate_pairs p" + kOrgJoins +
                            " WHERE p.rowid = ?");
-    for (size_t r = 0; r < rows; ++r) {
-        q.bind(1, found[r].row);
+    for (const Match& m : found) {
+        q.bind(1, m.row);
         if (q.executeStep())
             pairs.push_back(ReadPair(q));
         q.reset();
@@ -318,20 +358,22 @@ int IndexedCandidateSearch::Find(const CandidateCriteria& c, std::vector<Candida
         where.And(halves.sql);
         where.binds = halves.binds;
     }
-    // With patient criteria, either patient of a pair may meet them: one
-    // select per side, each read from that side's index alone.
-    std::string matches;
-    std::vector<std::string> matchBinds;
+    // With patient criteria, either patient of a pair may meet them: the
+    // pairs whose first patient does, and those whose second patient does
+    // and first does not, each read from that side's index.
+    std::vector<std::string> sides;
+    std::vector<std::vector<std::string>> sideBinds;
     if (!a.sql.empty()) {
-        for (const Where* side : {&a, &b}) {
-            Where w = *side;
+        Where first = a, second = b;
+        second.And("NOT (" + a.sql + ")");
+        second.binds.insert(second.binds.end(), a.binds.begin(), a.binds.end());
+        for (Where* side : {&first, &second}) {
             if (!halves.sql.empty()) {
-                w.And(halves.sql);
-                w.binds.insert(w.binds.end(), halves.binds.begin(), halves.binds.end());
+                side->And(halves.sql);
+                side->binds.insert(side->binds.end(), halves.binds.begin(), halves.binds.end());
             }
-            matches += std::string(matches.empty() ? "" : " UNION ALL ")
-                + "SELECT rowid, a_last, a_first FROM candidate_pairs WHERE " + w.sql;
-            matchBinds.insert(matchBinds.end(), w.binds.begin(), w.binds.end());
+            sides.push_back(side->sql);
+            sideBinds.push_back(side->binds);
         }
     }
     const std::string whereSql = where.sql.empty() ? std::string() : " WHERE " + where.sql;
@@ -353,7 +395,7 @@ int IndexedCandidateSearch::Find(const CandidateCriteria& c, std::vector<Candida
             if (q.executeStep())
                 total = q.getColumn(0).getInt64();
         } else {
-            return FindMatching(matches, matchBinds, c.rowLimit, pairs, total);
+            return FindMatching(sides, sideBinds, c.rowLimit, pairs, total);
         }
         if (total == 0)
             return 0;

@@ -21,8 +21,9 @@ public:
     int Find(const CandidateCriteria& criteria, std::vector<CandidatePair>& pairs, long long& total) override;
 
 private:
-    int FindMatching(const std::string& matches, const std::vector<std::string>& binds, int rowLimit,
-                     std::vector<CandidatePair>& pairs, long long& total);
+    // `sides`: conditions no pair meets twice, each with its bound values.
+    int FindMatching(const std::vector<std::string>& sides, const std::vector<std::vector<std::string>>& binds,
+                     int rowLimit, std::vector<CandidatePair>& pairs, long long& total);
 
     ArchiveDb& m_db;
     std::unique_ptr<CandidateSearch> m_fallback;

@@ -408,8 +408,10 @@ BEGIN UPDATE candidate_state SET fresh = 0 WHERE fresh <> 0; END;
 // A blocking rule was added (same names, birth year and month): the kept
 // pairs are recomputed when the archive is next opened. The search reads a
 // match as its row number and sort names, so the patient criteria's indexes
-// no longer carry the two keys; the first rows of a half are read in name
-// order with the half as a filter, so the half's own index goes.
+// no longer carry the two keys; the second patient's birth date index also
+// answers whether the first patient meets the same criteria. The first rows
+// of a half are read in name order with the half as a filter, so the half's
+// own index goes.
 const char* const kV5 = R"SQL(
 DROP INDEX IF EXISTS candidate_pairs_by_half;
 DROP INDEX IF EXISTS candidate_pairs_by_b_name;
@@ -421,7 +423,7 @@ CREATE INDEX candidate_pairs_by_b_name ON candidate_pairs(b_last, b_first, a_las
 CREATE INDEX candidate_pairs_by_a_first ON candidate_pairs(a_first, a_last);
 CREATE INDEX candidate_pairs_by_b_first ON candidate_pairs(b_first, a_last, a_first);
 CREATE INDEX candidate_pairs_by_a_dob ON candidate_pairs(a_dob, a_sex, a_last, a_first);
-CREATE INDEX candidate_pairs_by_b_dob ON candidate_pairs(b_dob, b_sex, a_last, a_first);
+CREATE INDEX candidate_pairs_by_b_dob ON candidate_pairs(b_dob, b_sex, a_last, a_first, a_dob, a_sex);
 UPDATE candidate_state SET fresh = 0;
 )SQL";
 
