@@ -257,17 +257,21 @@ int IndexedCandidateSearch::FindMatching(const std::vector<std::string>& sides,
     // The sides exclude each other, so their counts add up; each is counted
     // on its own index without reading the rows.
     total = 0;
+    std::vector<long long> counts(sides.size(), 0);
     for (size_t side = 0; side < sides.size(); ++side) {
         auto& q = bound("SELECT count(*) FROM candidate_pairs WHERE " + sides[side], side);
         if (q.executeStep())
-            total += q.getColumn(0).getInt64();
+            counts[side] = q.getColumn(0).getInt64();
         q.reset();
+        total += counts[side];
     }
     if (total == 0)
         return 0;
 
     // The first rows of each side, in name order; together they hold the
-    // first rows of the whole answer.
+    // first rows of the whole answer. A side with few matches is read whole
+    // from its most selective index; a large one is ordered and cut short
+    // by SQLite, reading as few rows as its indexes allow.
     const std::string limit = rowLimit > 0 ? " LIMIT " + std::to_string(rowLimit) : std::string();
     std::vector<Match> found;
     // Per side: the names of its last row when its limit cut it short.
@@ -284,6 +288,12 @@ int IndexedCandidateSearch::FindMatching(const std::vector<std::string>& sides,
         q.reset();
     };
     for (size_t side = 0; side < sides.size(); ++side) {
+        if (counts[side] == 0)
+            continue;
+        if (rowLimit <= 0 || counts[side] <= m_readWhole) {
+            readInto(bound("SELECT rowid, a_last, a_first FROM candidate_pairs WHERE " + sides[side], side));
+            continue;
+        }
         const size_t before = found.size();
         readInto(bound("SELECT rowid, a_last, a_first FROM candidate_pairs WHERE " + sides[side] +
                            " ORDER BY a_last, a_first, rowid" + limit,

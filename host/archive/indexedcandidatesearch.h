@@ -20,6 +20,12 @@ public:
     ~IndexedCandidateSearch() override;
     int Find(const CandidateCriteria& criteria, std::vector<CandidatePair>& pairs, long long& total) override;
 
+    // Up to this many matches one side of a patient search is read whole
+    // rather than ordered and cut short by SQLite (tests set 0 to exercise
+    // the second way on small archives).
+    static constexpr long long kReadWhole = 2000;
+    void SetReadWhole(long long matches) { m_readWhole = matches; }
+
 private:
     // `sides`: conditions no pair meets twice, each with its bound values.
     int FindMatching(const std::vector<std::string>& sides, const std::vector<std::vector<std::string>>& binds,
@@ -27,4 +33,5 @@ private:
 
     ArchiveDb& m_db;
     std::unique_ptr<CandidateSearch> m_fallback;
+    long long m_readWhole = kReadWhole;
 };

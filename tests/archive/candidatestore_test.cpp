@@ -450,6 +450,10 @@ TEST_F(CandidateStoreTest, UpkeepIsAllOrNothing)
 TEST_F(CandidateStoreTest, SameAnswersAsTheStraightQueryOnRandomArchives)
 {
     IndexedCandidateSearch indexed(Db());
+    // Small archives: this one orders and cuts every side in SQLite, as a
+    // large archive does with its broad searches.
+    IndexedCandidateSearch ordered(Db());
+    ordered.SetReadWhole(0);
     ScanCandidateSearch scan(Db());
     const std::vector<std::string> lasts = {"Smith", "Smyth", "SMITH", "Smit-h", "Brown", "Braun", "Ann", "Lee", "O'Neil"};
     const std::vector<std::string> firsts = {"Ann", "ann", "Lee", "Smith", "Bob", ""};
@@ -500,10 +504,16 @@ TEST_F(CandidateStoreTest, SameAnswersAsTheStraightQueryOnRandomArchives)
                 default: break;
                 }
                 c.rowLimit = rng() % 3 == 0 ? 3 : 200;
-                std::vector<CandidatePair> x, y;
-                long long tx = -1, ty = -2;
+                std::vector<CandidatePair> x, y, z;
+                long long tx = -1, ty = -2, tz = -3;
                 ASSERT_EQ(indexed.Find(c, x, tx), 0);
                 ASSERT_EQ(scan.Find(c, y, ty), 0);
+                ASSERT_EQ(ordered.Find(c, z, tz), 0);
+                ASSERT_EQ(tz, ty) << "seed " << seed << " " << stage << " query " << k << " (ordered)";
+                ASSERT_EQ(z.size(), y.size()) << "seed " << seed << " " << stage << " (ordered)";
+                for (size_t i = 0; i < z.size(); ++i)
+                    EXPECT_TRUE(z[i].first.key == y[i].first.key && z[i].second.key == y[i].second.key)
+                        << "seed " << seed << " " << stage << " query " << k << " row " << i << " (ordered)";
                 ASSERT_EQ(tx, ty) << "seed " << seed << " " << stage << " query " << k << " last '" << c.lastName << "'";
                 ASSERT_EQ(x.size(), y.size()) << "seed " << seed << " " << stage;
                 for (size_t i = 0; i < x.size(); ++i) {
