@@ -303,7 +303,7 @@ int IndexedCandidateSearch::FindMatching(const std::vector<std::string>& sides,
     }
     const size_t wanted = rowLimit > 0 ? std::min(found.size(), static_cast<size_t>(rowLimit)) : found.size();
     const bool anyCut = std::any_of(cutAt.begin(), cutAt.end(), [](const auto& names) { return names.has_value(); });
-    if (wanted > 0 && anyCut) {
+    if (wanted > 0 && (wanted < found.size() || anyCut)) {
         const auto at = found.begin() + static_cast<std::ptrdiff_t>(wanted - 1);
         std::nth_element(found.begin(), at, found.end(), InNameOrder);
         const std::string boundary = at->names;
