@@ -1,6 +1,7 @@
 #include "indexedcandidatesearch.h"
 
 #include "archivedb.h"
+#include "candidaterows.h"
 #include "candidatestore.h"
 #include "scancandidatesearch.h"
 
@@ -13,13 +14,8 @@
 
 namespace {
 
-std::string Placeholders(size_t n)
-{
-    std::string s;
-    for (size_t i = 0; i < n; ++i)
-        s += i ? ", ?" : "?";
-    return s;
-}
+using CandidateRows::Placeholders;
+using CandidateRows::ReadPair;
 
 // The literal start of a LIKE pattern ('\' escapes), up to its first wildcard.
 std::string LiteralPrefix(const std::string& pattern)
@@ -133,36 +129,12 @@ Where Halves(const CandidateCriteria& c)
     return w;
 }
 
-void Read(SQLite::Statement& q, int col, CandidatePatient& p)
-{
-    p.key = q.getColumn(col + 0).getString();
-    p.mrn = q.getColumn(col + 1).getString();
-    p.orgKey = q.getColumn(col + 2).getString();
-    p.orgId = q.getColumn(col + 3).getString();
-    p.sexCode = q.getColumn(col + 4).getString();
-    p.globalId = q.getColumn(col + 5).getString();
-    p.dob = q.getColumn(col + 6).getString();
-    p.lastName = q.getColumn(col + 7).getString();
-    p.firstName = q.getColumn(col + 8).getString();
-    p.middleName = q.getColumn(col + 9).getString();
-}
-
 const char* const kPairColumns =
     "p.reason, p.merge, p.key_a, p.a_mrn, p.org_a, coalesce(oa.org_id, ''), p.a_sex, p.a_gid, p.a_dob, p.a_last, "
     "p.a_first, p.a_middle, p.key_b, p.b_mrn, p.org_b, coalesce(ob.org_id, ''), p.b_sex, p.b_gid, p.b_dob, p.b_last, "
     "p.b_first, p.b_middle";
 const std::string kOrgJoins =
     " LEFT JOIN organizations oa ON oa.org_key = p.org_a LEFT JOIN organizations ob ON ob.org_key = p.org_b";
-
-CandidatePair ReadPair(SQLite::Statement& q)
-{
-    CandidatePair pair;
-    pair.reasonKind = q.getColumn(0).getInt();
-    pair.merge = q.getColumn(1).getInt() != 0;
-    Read(q, 2, pair.first);
-    Read(q, 12, pair.second);
-    return pair;
-}
 
 // SQLite's NOCASE: ASCII letters folded to lower case, then bytes.
 int CompareNoCase(const std::string& x, const std::string& y)

@@ -2,6 +2,7 @@
 
 #include "archivedb.h"
 
+#include "candidaterows.h"
 #include "candidaterules.h"
 #include "candidatestore.h"
 
@@ -27,28 +28,6 @@ void Call(sqlite3_context* ctx, int, sqlite3_value** argv)
 std::string Sound(const std::string& text)
 {
     return CandidateRules::Phonetic(CandidateRules::Normalize(text));
-}
-
-std::string Placeholders(size_t n)
-{
-    std::string s;
-    for (size_t i = 0; i < n; ++i)
-        s += i ? ", ?" : "?";
-    return s;
-}
-
-void Read(SQLite::Statement& q, int col, CandidatePatient& p)
-{
-    p.key = q.getColumn(col + 0).getString();
-    p.mrn = q.getColumn(col + 1).getString();
-    p.orgKey = q.getColumn(col + 2).getString();
-    p.orgId = q.getColumn(col + 3).getString();
-    p.sexCode = q.getColumn(col + 4).getString();
-    p.globalId = q.getColumn(col + 5).getString();
-    p.dob = q.getColumn(col + 6).getString();
-    p.lastName = q.getColumn(col + 7).getString();
-    p.firstName = q.getColumn(col + 8).getString();
-    p.middleName = q.getColumn(col + 9).getString();
 }
 
 } // namespace
@@ -89,7 +68,7 @@ int ScanCandidateSearch::Find(const CandidateCriteria& c, std::vector<CandidateP
         binds.push_back(c.mrn);
     }
     if (!c.globalIds.empty()) {
-        add("p.global_id IN (" + Placeholders(c.globalIds.size()) + ")");
+        add("p.global_id IN (" + CandidateRows::Placeholders(c.globalIds.size()) + ")");
         binds.insert(binds.end(), c.globalIds.begin(), c.globalIds.end());
     }
     if (!c.sexCode.empty()) {
@@ -162,7 +141,7 @@ int ScanCandidateSearch::Find(const CandidateCriteria& c, std::vector<CandidateP
     if (!c.mergeOff) {
         mergeHalf = "a.org_key = b.org_key";
         if (!c.mergeOrgKeys.empty()) {
-            mergeHalf += " AND a.org_key IN (" + Placeholders(c.mergeOrgKeys.size()) + ")";
+            mergeHalf += " AND a.org_key IN (" + CandidateRows::Placeholders(c.mergeOrgKeys.size()) + ")";
             binds.insert(binds.end(), c.mergeOrgKeys.begin(), c.mergeOrgKeys.end());
         }
     }
@@ -171,7 +150,7 @@ int ScanCandidateSearch::Find(const CandidateCriteria& c, std::vector<CandidateP
         linkHalf = "a.org_key <> b.org_key AND (a.link_group IS NULL OR b.link_group IS NULL"
                    " OR a.link_group <> b.link_group)";
         if (!c.linkOrgKeys.empty()) {
-            const std::string ph = Placeholders(c.linkOrgKeys.size());
+            const std::string ph = CandidateRows::Placeholders(c.linkOrgKeys.size());
             linkHalf += " AND (a.org_key IN (" + ph + ") OR b.org_key IN (" + ph + "))";
             binds.insert(binds.end(), c.linkOrgKeys.begin(), c.linkOrgKeys.end());
             binds.insert(binds.end(), c.linkOrgKeys.begin(), c.linkOrgKeys.end());
@@ -191,12 +170,7 @@ int ScanCandidateSearch::Find(const CandidateCriteria& c, std::vector<CandidateP
             ++total;
             if (c.rowLimit > 0 && static_cast<long long>(pairs.size()) >= c.rowLimit)
                 continue;
-            CandidatePair pair;
-            pair.reasonKind = q.getColumn(0).getInt();
-            pair.merge = q.getColumn(1).getInt() != 0;
-            Read(q, 2, pair.first);
-            Read(q, 12, pair.second);
-            pairs.push_back(std::move(pair));
+            pairs.push_back(CandidateRows::ReadPair(q));
         }
         return 0;
     });
