@@ -370,7 +370,6 @@ long long CandidateStore::Rebuild(const Progress& progress)
             while (q.executeStep())
                 ignored.emplace(q.getColumn(0).getString(), q.getColumn(1).getString());
         }
-
         // Pair masks by (lower index, higher index) of `people`. Blocks are
         // found by sorting hashes of the block keys; a run of equal hashes is
         // split by the keys themselves, so a collision never joins two blocks.

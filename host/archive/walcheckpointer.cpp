@@ -10,15 +10,11 @@ WalCheckpointer::WalCheckpointer(sqlite3* writer, int wakePages, int inlinePages
     const char* file = sqlite3_db_filename(writer, "main");
     if (!file || !*file)
         return;
-    if (sqlite3_open_v2(file, &m_own, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
-        // Without a second connection the writer keeps checkpointing itself.
-        sqlite3_close_v2(m_own);
-        m_own = nullptr;
-        return;
-    }
-    sqlite3_busy_timeout(m_own, 5000);
     // A connection learns that the file keeps a log when it first reads it.
-    if (sqlite3_exec(m_own, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr) != SQLITE_OK) {
+    // Without a second connection the writer keeps checkpointing itself.
+    if (sqlite3_open_v2(file, &m_own, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK
+        || sqlite3_busy_timeout(m_own, 5000) != SQLITE_OK
+        || sqlite3_exec(m_own, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr) != SQLITE_OK) {
         sqlite3_close_v2(m_own);
         m_own = nullptr;
         return;

@@ -1,4 +1,5 @@
 #include "mergelink/linkpatientsdlg.h"
+#include "mergelink/patientcomparison.h"
 
 #include "boundary/bravikmodulestate.h"
 #include "boundary/dialogfooter.h"
@@ -25,13 +26,7 @@ constexpr int kHeaderHeight = 75;
 DialogTemplate LinkPatientsDlg::MakeTemplate()
 {
     BRAVIK_MANAGE_STATE();
-    DialogTemplate tpl;
-    tpl.caption = LoadString(IDS_LINK_CAPTION);
-    tpl.cx = 550;
-    tpl.cy = 380;
-    tpl.fontFace = "Arial";
-    tpl.fontPointSize = 8;
-    return tpl;
+    return PatientComparison::FrameTemplate(IDS_LINK_CAPTION, 380);
 }
 
 LinkPatientsDlg::LinkPatientsDlg(const CString& headerText, const PatientDetailRecord* firstPatient,

@@ -1,4 +1,5 @@
 #include "mergelink/mergepatientsdlg.h"
+#include "mergelink/patientcomparison.h"
 
 #include "boundary/bravikmodulestate.h"
 #include "boundary/dialogfooter.h"
@@ -21,13 +22,7 @@
 DialogTemplate MergePatientsDlg::MakeTemplate()
 {
     BRAVIK_MANAGE_STATE();
-    DialogTemplate tpl;
-    tpl.caption = LoadString(IDS_MERGE_CAPTION);
-    tpl.cx = 550;
-    tpl.cy = 432;
-    tpl.fontFace = "Arial";
-    tpl.fontPointSize = 8;
-    return tpl;
+    return PatientComparison::FrameTemplate(IDS_MERGE_CAPTION, 432);
 }
 
 void FitFooterButton(XPButton& button)

@@ -8,6 +8,7 @@
 #include "localefunctions.h"
 #include "patientdetailrecord.h"
 #include "patientgidformatter.h"
+#include "stringtable.h"
 
 namespace {
 
@@ -61,6 +62,15 @@ ListSubItemPtr TextCell(int column, const CString& text, UINT format)
     cell->SetFont(DrawMaster::GetNormalFont());
     cell->SetDrawFormat(format);
     return cell;
+}
+
+DialogTemplate FrameTemplate(UINT captionId, int cy)
+{
+    DialogTemplate tpl;
+    tpl.caption = LoadString(captionId);
+    tpl.cx = 550;
+    tpl.cy = cy;
+    return tpl;
 }
 
 } // namespace PatientComparison

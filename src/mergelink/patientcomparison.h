@@ -1,5 +1,6 @@
 #pragma once
 
+#include "dialogtemplate.h"
 #include "listsubitem.h"
 
 class PatientDetailRecord;
@@ -16,4 +17,8 @@ CString AddressText(const PatientDetailRecord* record);
 
 // A plain text cell in the dialogs' normal font.
 ListSubItemPtr TextCell(int column, const CString& text, UINT format);
+
+// The dialogs' frame: the caption string `captionId`, 550 dialog units wide,
+// `cy` high, Arial 8. Call with the module's resources active.
+DialogTemplate FrameTemplate(UINT captionId, int cy);
 } // namespace PatientComparison
