@@ -5,8 +5,34 @@
 
 #include <SQLiteCpp/Exception.h>
 
+#include <ace/Log_Msg.h>
+#include <server.h>
+#include <sqlite3.h>
+
+#include <algorithm>
 #include <chrono>
 #include <ctime>
+#include <mutex>
+
+namespace {
+
+// Every open connection, so that a fault met through one statement can mark
+// the connection it came from as damaged.
+std::mutex g_openMutex;
+std::vector<ArchiveDb*> g_open;
+
+bool IsDamageCode(int code)
+{
+    const int primary = code & 0xff;
+    return primary == SQLITE_CORRUPT || primary == SQLITE_NOTADB;
+}
+
+void LogFault(const char* operation, const SQLite::Exception& e)
+{
+    ACE_DEBUG((LM_ERROR, "ArchiveDb: %s failed: %s (code %d)\n", operation, e.what(), e.getExtendedErrorCode()));
+}
+
+} // namespace
 
 ArchiveDb::ArchiveDb(const std::string& path, Mode mode, int busyTimeoutMs)
     : m_path(path)
@@ -20,14 +46,38 @@ ArchiveDb::ArchiveDb(const std::string& path, Mode mode, int busyTimeoutMs)
         m_db = std::make_unique<SQLite::Database>(path, flags, busyTimeoutMs);
         Configure(mode);
     } catch (const SQLite::Exception& e) {
-        ThrowServerFault("cannot open archive '" + path + "': " + e.what());
+        LogFault("opening the archive", e);
+        const DbFault fault = ClassifyDbFault(e);
+        const std::string why = fault == DbFault::Damaged ? "the file is not a database, or it is damaged"
+                                : fault == DbFault::Busy  ? "it is busy: another workstation is saving. Try again"
+                                                          : "the file cannot be read or written";
+        ThrowServerFault("cannot open archive '" + path + "': " + why + ".");
     }
+    std::lock_guard<std::mutex> lock(g_openMutex);
+    g_open.push_back(this);
 }
 
 ArchiveDb::~ArchiveDb()
 {
+    {
+        std::lock_guard<std::mutex> lock(g_openMutex);
+        g_open.erase(std::remove(g_open.begin(), g_open.end(), this), g_open.end());
+    }
     // Statements must go before the connection they belong to.
     m_cache.clear();
+}
+
+void ArchiveDb::SetBusyTimeout(int ms)
+{
+    m_db->setBusyTimeout(ms);
+}
+
+void ArchiveDb::NoteDamage()
+{
+    std::lock_guard<std::mutex> lock(g_openMutex);
+    for (ArchiveDb* db : g_open)
+        if (IsDamageCode(sqlite3_extended_errcode(db->m_db->getHandle())))
+            db->m_damaged = true;
 }
 
 void ArchiveDb::Configure(Mode mode)
@@ -47,7 +97,9 @@ void ArchiveDb::Configure(Mode mode)
         return;
     }
     m_db->exec("PRAGMA journal_mode = WAL");
-    m_db->exec("PRAGMA synchronous = NORMAL");
+    // The log is synced at every commit: a save that was reported done
+    // survives a power failure, not only a crashed program.
+    m_db->exec("PRAGMA synchronous = FULL");
     Migrate();
 }
 
@@ -166,13 +218,49 @@ std::string ArchiveDb::NowText()
     return buf;
 }
 
+DbFault ClassifyDbFault(const SQLite::Exception& e)
+{
+    const int code = e.getErrorCode() & 0xff;
+    if (code == SQLITE_BUSY || code == SQLITE_LOCKED)
+        return DbFault::Busy;
+    if (code == SQLITE_CONSTRAINT)
+        return DbFault::Constraint;
+    if (IsDamageCode(code))
+        return DbFault::Damaged;
+    return DbFault::Other;
+}
+
+void ThrowDbFault(const char* operation, const SQLite::Exception& e)
+{
+    LogFault(operation, e);
+    switch (ClassifyDbFault(e)) {
+    case DbFault::Busy:
+        throw Framework::Server(ArchiveFaultText::Busy, ArchiveFaultText::BusyCode);
+    case DbFault::Damaged:
+        ArchiveDb::NoteDamage();
+        throw Framework::Server(ArchiveFaultText::Damaged, ArchiveFaultText::DamagedCode);
+    default:
+        throw Framework::Server(ArchiveFaultText::Failed, ArchiveFaultText::FailedCode);
+    }
+}
+
+int RefuseBrokenRule(const char* operation, const SQLite::Exception& e)
+{
+    LogFault(operation, e);
+    return ArchiveResult::Conflict;
+}
+
 WriteTransaction::WriteTransaction(ArchiveDb& db)
     : m_db(db)
 {
+    if (auto hook = m_db.TakeBeforeWriteHook())
+        hook();
+    if (m_db.Damaged())
+        throw Framework::Server(ArchiveFaultText::Damaged, ArchiveFaultText::DamagedCode);
     try {
         m_db.Handle().exec("BEGIN IMMEDIATE");
     } catch (const SQLite::Exception& e) {
-        ThrowServerFault(std::string("cannot start a write transaction: ") + e.what());
+        ThrowDbFault("starting a write transaction", e);
     }
     m_open = true;
 }
@@ -193,7 +281,7 @@ void WriteTransaction::Commit()
     try {
         m_db.Handle().exec("COMMIT");
     } catch (const SQLite::Exception& e) {
-        ThrowServerFault(std::string("cannot commit: ") + e.what());
+        ThrowDbFault("committing", e);
     }
     m_open = false;
 }

@@ -13,3 +13,16 @@ constexpr int NotPermitted = 4;     // the session user lacks the right
 constexpr int Conflict = 5;         // the change would break a rule (duplicate MRN, two records of one organization in a link group...)
 constexpr int Unsupported = 6;      // the organization does not offer it (no MRN generation...)
 }
+
+// Readable reasons of the server exceptions the archive throws; the code of
+// each exception tells them apart.
+namespace ArchiveFaultText {
+constexpr const char* Busy = "The archive is busy: another workstation is saving. Try again.";
+constexpr const char* Damaged =
+    "The archive file is damaged. Nothing more is saved to it: close the workstation, restore the archive from "
+    "its last backup and have it checked with 'bravik-archive check'.";
+constexpr const char* Failed = "The archive could not complete the operation. The details are in the log.";
+constexpr int BusyCode = 5;
+constexpr int DamagedCode = 11;
+constexpr int FailedCode = 1;
+}

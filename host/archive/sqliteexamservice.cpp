@@ -256,9 +256,11 @@ int SqliteExamService::CreateExam(ExamDataSet* exam, ACE_CString& newExamKey)
         if (!FieldCheck::Key(patientKey))
             return ArchiveResult::InvalidArgument;
         auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         const auto owner = db.SelectText("SELECT org_key FROM patients WHERE patient_key = ?", patientKey);
         if (!owner)
-            return ArchiveResult::NotFound;
+            return db.SelectText("SELECT 1 FROM merged_patients WHERE old_key = ?", patientKey) ? ArchiveResult::MergedAway
+                                                                                                : ArchiveResult::NotFound;
         const std::string& patientOrg = *owner;
         // An exam belongs to its patient's organization.
         const std::string given = S(exam->GetOrganizationKey());
@@ -267,7 +269,6 @@ int SqliteExamService::CreateExam(ExamDataSet* exam, ACE_CString& newExamKey)
             return ArchiveResult::InvalidArgument;
         const std::string status = org->newExamStatus.empty() ? S(exam->GetStatusCode()) : org->newExamStatus;
 
-        WriteTransaction tx(db);
         auto& dup = db.Prepare("SELECT 1 FROM exams WHERE org_key = ? AND accession = ?");
         dup.bind(1, org->key);
         dup.bind(2, S(exam->GetAccessionNumber()));
@@ -303,13 +304,13 @@ int SqliteExamService::UpdateExam(ExamDataSet* exam)
     if (!exam)
         return ArchiveResult::InvalidArgument;
     return GuardDb("UpdateExam", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row row;
         if (const int rc = Find(S(exam->GetKey()), S(exam->GetOrganizationKey()), row))
             return rc;
         if (const int rc = Validate(*exam))
             return rc;
-        auto& db = m_ctx.Db();
-        WriteTransaction tx(db);
         auto& dup = db.Prepare("SELECT 1 FROM exams WHERE org_key = ? AND accession = ? AND exam_key <> ?");
         dup.bind(1, row.orgKey);
         dup.bind(2, S(exam->GetAccessionNumber()));
@@ -370,14 +371,14 @@ int SqliteExamService::GetLinkedExams(const ACE_CString& examKey, const ACE_CStr
 int SqliteExamService::UnLinkExam(const ACE_CString& examKey, const ACE_CString& organizationKey)
 {
     return GuardDb("UnLinkExam", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row row;
         if (const int rc = Find(S(examKey), S(organizationKey), row))
             return rc;
         if (row.group.empty())
             return ArchiveResult::Conflict;
-        auto& db = m_ctx.Db();
         auto& log = m_ctx.Log();
-        WriteTransaction tx(db);
         const long long j = log.Begin(m_ctx.User(), "unlink-exam", row.key, row.group, std::string());
         log.Capture(j, "exams", "exam_key", "link_group = @v", row.group);
         auto& st = db.Prepare("UPDATE exams SET link_group = NULL WHERE exam_key = ?");
@@ -394,6 +395,8 @@ int SqliteExamService::LinkExams(const ACE_CString& examKey, const ACE_CString& 
                                  const ACE_CString& linkedExamKey, const ACE_CString& linkedOrganizationKey)
 {
     return GuardDb("LinkExams", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row a, b;
         if (const int rc = Find(S(examKey), S(organizationKey), a))
             return rc;
@@ -404,8 +407,6 @@ int SqliteExamService::LinkExams(const ACE_CString& examKey, const ACE_CString& 
             return ArchiveResult::InvalidArgument;
         if (!a.group.empty() && a.group == b.group)
             return ArchiveResult::Conflict;
-        auto& db = m_ctx.Db();
-        WriteTransaction tx(db);
         std::string group = !a.group.empty() ? a.group : (!b.group.empty() ? b.group : KeyGenerator::NewKey());
         for (const Row* r : {&a, &b}) {
             if (r->group == group)
@@ -429,14 +430,14 @@ int SqliteExamService::DeleteExam(const ACE_CString& examKey, const ACE_CString&
                                   const ACE_CString& reason, bool deleteStudies)
 {
     return GuardDb("DeleteExam", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row row;
         if (const int rc = Find(S(examKey), S(organizationKey), row))
             return rc;
         if (!FieldCheck::Text(S(reason), FieldCheck::kReason))
             return ArchiveResult::InvalidArgument;
-        auto& db = m_ctx.Db();
         auto& log = m_ctx.Log();
-        WriteTransaction tx(db);
         const long long j = log.Begin(m_ctx.User(), deleteStudies ? "delete-exam-and-studies" : "delete-exam",
                                       row.key, row.patientKey, S(reason));
         log.Capture(j, "exams", "exam_key", "exam_key = @v", row.key);
@@ -463,6 +464,8 @@ int SqliteExamService::CancelExam(const ACE_CString& examKey, const ACE_CString&
                                   const ACE_CString& reason)
 {
     return GuardDb("CancelExam", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row row;
         if (const int rc = Find(S(examKey), S(organizationKey), row))
             return rc;
@@ -470,9 +473,7 @@ int SqliteExamService::CancelExam(const ACE_CString& examKey, const ACE_CString&
             return ArchiveResult::InvalidArgument;
         if (row.cancelled)
             return ArchiveResult::Conflict;
-        auto& db = m_ctx.Db();
         auto& log = m_ctx.Log();
-        WriteTransaction tx(db);
         const long long j = log.Begin(m_ctx.User(), "cancel-exam", row.key, row.patientKey, S(reason));
         log.Capture(j, "exams", "exam_key", "exam_key = @v", row.key);
         auto& st = db.Prepare("UPDATE exams SET cancelled = 1, status_code = ?, modified = ? WHERE exam_key = ?");
@@ -493,6 +494,7 @@ int SqliteExamService::DetachStudy(const ACE_CString& studyKey, const ACE_CStrin
         if (!FieldCheck::Key(key) || !FieldCheck::Text(S(reason), FieldCheck::kReason))
             return ArchiveResult::InvalidArgument;
         auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         const auto attached = db.SelectText("SELECT coalesce(exam_key, '') FROM studies WHERE study_key = ?", key);
         if (!attached)
             return ArchiveResult::NotFound;
@@ -500,7 +502,6 @@ int SqliteExamService::DetachStudy(const ACE_CString& studyKey, const ACE_CStrin
         if (exam.empty())
             return ArchiveResult::Conflict;
         auto& log = m_ctx.Log();
-        WriteTransaction tx(db);
         const long long j = log.Begin(m_ctx.User(), "detach-study", key, exam, S(reason));
         log.Capture(j, "studies", "study_key", "study_key = @v", key);
         auto& st = db.Prepare("UPDATE studies SET exam_key = NULL WHERE study_key = ?");

@@ -192,6 +192,8 @@ int SqlitePatientService::CreatePatient(PatientDetailRecord* record, ACE_CString
     return GuardDb("CreatePatient", [&] {
         if (const int rc = PatientRow::Validate(*record))
             return rc;
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         const auto org = m_ctx.OrgByKeyOrId(S(record->GetOrganizationKey()).empty() ? S(record->GetOrganizationID())
                                                                                      : S(record->GetOrganizationKey()));
         if (!org)
@@ -204,8 +206,6 @@ int SqlitePatientService::CreatePatient(PatientDetailRecord* record, ACE_CString
         if (!m_ctx.HasRight(Right::Create, org->key))
             return ArchiveResult::NotPermitted;
 
-        auto& db = m_ctx.Db();
-        WriteTransaction tx(db);
         auto& dup = db.Prepare("SELECT 1 FROM patients WHERE org_key = ? AND mrn = ?");
         dup.bind(1, org->key);
         dup.bind(2, mrn);
@@ -238,6 +238,8 @@ int SqlitePatientService::ModifyPatient(PatientDetailRecord* record)
     if (!record)
         return ArchiveResult::InvalidArgument;
     return GuardDb("ModifyPatient", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row row;
         if (const int rc = Find(S(record->GetPatientKey()), row))
             return rc;
@@ -253,8 +255,6 @@ int SqlitePatientService::ModifyPatient(PatientDetailRecord* record)
         if (!m_ctx.HasRight(Right::Create, row.orgKey))
             return ArchiveResult::NotPermitted;
 
-        auto& db = m_ctx.Db();
-        WriteTransaction tx(db);
         auto& dup = db.Prepare("SELECT 1 FROM patients WHERE org_key = ? AND mrn = ? AND patient_key <> ?");
         dup.bind(1, row.orgKey);
         dup.bind(2, mrn);
@@ -289,6 +289,8 @@ int SqlitePatientService::DeletePatient(const ACE_CString& patientKey, const ACE
                                         const ACE_CString& reason)
 {
     return GuardDb("DeletePatient", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row row;
         if (const int rc = Find(S(patientKey), row))
             return rc;
@@ -297,9 +299,7 @@ int SqlitePatientService::DeletePatient(const ACE_CString& patientKey, const ACE
         if (!m_ctx.HasRight(Right::Create, row.orgKey))
             return ArchiveResult::NotPermitted;
 
-        auto& db = m_ctx.Db();
         auto& log = m_ctx.Log();
-        WriteTransaction tx(db);
         CandidateStore candidates(db);
         const auto kept = candidates.Before({row.key});
         const long long j = log.Begin(m_ctx.User(), "delete-patient", row.key, row.orgKey, S(reason));
@@ -411,6 +411,8 @@ int SqlitePatientService::LinkPatients(const ACE_CString& patientKey, const ACE_
                                        ACE_CString* linkId)
 {
     return GuardDb("LinkPatients", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row a, b;
         if (const int rc = Find(S(patientKey), a))
             return rc;
@@ -423,9 +425,7 @@ int SqlitePatientService::LinkPatients(const ACE_CString& patientKey, const ACE_
         if (!m_ctx.HasRight(Right::Link, a.orgKey) || !m_ctx.HasRight(Right::Link, b.orgKey))
             return ArchiveResult::NotPermitted;
 
-        auto& db = m_ctx.Db();
         auto& log = m_ctx.Log();
-        WriteTransaction tx(db);
         CandidateStore candidates(db);
         const auto kept = candidates.Before(GroupKeys({a, b}));
         const long long j = log.Begin(m_ctx.User(), "link", a.key, b.key, std::string());
@@ -473,6 +473,8 @@ int SqlitePatientService::LinkPatients(const ACE_CString& patientKey, const ACE_
 int SqlitePatientService::UnLinkPatient(const ACE_CString& patientKey, const ACE_CString& organizationKey)
 {
     return GuardDb("UnLinkPatient", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row row;
         if (const int rc = Find(S(patientKey), row))
             return rc;
@@ -483,9 +485,7 @@ int SqlitePatientService::UnLinkPatient(const ACE_CString& patientKey, const ACE
         if (!m_ctx.HasRight(Right::Link, row.orgKey))
             return ArchiveResult::NotPermitted;
 
-        auto& db = m_ctx.Db();
         auto& log = m_ctx.Log();
-        WriteTransaction tx(db);
         CandidateStore candidates(db);
         const auto kept = candidates.Before(GroupKeys({row}));
         const long long j = log.Begin(m_ctx.User(), "unlink", row.key, row.group, std::string());
@@ -507,6 +507,8 @@ int SqlitePatientService::MergePatients(const ACE_CString& sourcePatientKey, Pat
     if (!target)
         return ArchiveResult::InvalidArgument;
     return GuardDb("MergePatients", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row source, survivor;
         if (const int rc = Find(S(sourcePatientKey), source))
             return rc;
@@ -574,7 +576,6 @@ int SqlitePatientService::MergePatients(const ACE_CString& sourcePatientKey, Pat
                 if (!away.count(r.key) && !m_ctx.HasRight(Right::Link, r.orgKey))
                     return ArchiveResult::NotPermitted;
         }
-        auto& db = m_ctx.Db();
         {
             auto& dup = db.Prepare("SELECT 1 FROM patients WHERE org_key = ? AND mrn = ? AND patient_key NOT IN (?, ?)");
             dup.bind(1, survivor.orgKey);
@@ -588,7 +589,6 @@ int SqlitePatientService::MergePatients(const ACE_CString& sourcePatientKey, Pat
         }
 
         auto& log = m_ctx.Log();
-        WriteTransaction tx(db);
         CandidateStore candidates(db);
         std::vector<Row> touched = {source, survivor};
         for (const auto& [from, to] : pairs) {
@@ -762,6 +762,8 @@ void SqlitePatientService::GetLinkAndMergePatients(std::vector<DuplicatePatientR
 int SqlitePatientService::IgnoreDuplicatePatients(const ACE_CString& firstPatientKey, const ACE_CString& secondPatientKey)
 {
     return GuardDb("IgnoreDuplicatePatients", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row a, b;
         if (const int rc = Find(S(firstPatientKey), a))
             return rc;
@@ -776,8 +778,6 @@ int SqlitePatientService::IgnoreDuplicatePatients(const ACE_CString& firstPatien
             return ArchiveResult::NotPermitted;
         const std::string& low = std::min(a.key, b.key);
         const std::string& high = std::max(a.key, b.key);
-        auto& db = m_ctx.Db();
-        WriteTransaction tx(db);
         CandidateStore candidates(db);
         const auto kept = candidates.Before({});
         auto& exists = db.Prepare("SELECT 1 FROM ignored_pairs WHERE key_a = ? AND key_b = ?");
