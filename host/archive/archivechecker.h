@@ -8,8 +8,9 @@
 class ArchiveDb;
 
 // SQLite's own integrity check plus the archive's invariants: nothing points
-// at a missing or merged-away patient, a link group holds at most one record
-// per organization, and the audit trail is whole.
+// at a missing or merged-away patient, a link group holds two or more records
+// and at most one per organization, every merge leads to a patient, every
+// journal entry is about a record that existed, and the audit trail is whole.
 class BRAVIK_ARCHIVE_EXPORT ArchiveChecker
 {
 public:
@@ -19,5 +20,8 @@ public:
 
 private:
     bool HasTable(const std::string& name);
+    void CheckMergeChains(std::vector<std::string>& out);
+    void CheckGroupSizes(std::vector<std::string>& out);
+    void CheckJournalSubjects(std::vector<std::string>& out);
     ArchiveDb& m_db;
 };
