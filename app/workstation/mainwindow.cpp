@@ -45,6 +45,7 @@ MainWindow::MainWindow(const QString& archivePath, const QString& userName, QWid
     holderLayout->addWidget(page);
     m_duplicatePage = page;
     m_tabs->addTab(holder, QStringLiteral("&Duplicate Patients"));
+    connect(page, &CDuplicatePatientPage::actionFailed, this, &MainWindow::showStatus);
 #endif
     setCentralWidget(m_tabs);
 

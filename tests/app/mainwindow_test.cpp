@@ -5,6 +5,8 @@
 #include "mainwindow.h"
 #include "patientbrowser.h"
 
+#include "duplicates/duplicatepatientpage.h"
+
 #include "scripteduser.h"
 #include "uiinput.h"
 
@@ -242,6 +244,16 @@ TEST_F(WorkstationWindow, HoldsTheDuplicatePatientPage)
     EXPECT_FALSE(m_window->Action(QStringLiteral("deletePatient"))->isEnabled());
     m_window->ShowPatients();
     EXPECT_TRUE(m_window->Action(QStringLiteral("deletePatient"))->isEnabled());
+}
+
+TEST_F(WorkstationWindow, TheStatusBarSaysWhatFailedOnTheDuplicatePage)
+{
+    auto* page = qobject_cast<CDuplicatePatientPage*>(m_window->DuplicatePage());
+    ASSERT_NE(nullptr, page);
+    const QString failure = QStringLiteral("Error merging patients.  Reason: The patient record has been merged into "
+                                           "another patient.");
+    emit page->actionFailed(failure);
+    EXPECT_EQ(failure, m_window->statusBar()->currentMessage());
 }
 
 } // namespace
