@@ -33,6 +33,8 @@ std::vector<std::string> ArchiveChecker::Run()
         each("PRAGMA integrity_check", [&](SQLite::Statement& q) { return "integrity: " + text(q, 0); });
         if (out.size() == 1 && out.front() == "integrity: ok")
             out.clear();
+        if (!out.empty())
+            out.insert(out.begin(), "integrity: the archive file is damaged; restore it from its last backup");
 
         each("PRAGMA foreign_key_check", [&](SQLite::Statement& q) {
             return "foreign key: row " + text(q, 1) + " of " + text(q, 0) + " refers to a missing row of " + text(q, 2);

@@ -74,10 +74,15 @@ void ArchiveDb::SetBusyTimeout(int ms)
 
 void ArchiveDb::NoteDamage()
 {
+    if (IsDamageCode(sqlite3_extended_errcode(m_db->getHandle())))
+        m_damaged = true;
+}
+
+void ArchiveDb::NoteDamageEverywhere()
+{
     std::lock_guard<std::mutex> lock(g_openMutex);
     for (ArchiveDb* db : g_open)
-        if (IsDamageCode(sqlite3_extended_errcode(db->m_db->getHandle())))
-            db->m_damaged = true;
+        db->NoteDamage();
 }
 
 void ArchiveDb::Configure(Mode mode)
@@ -237,7 +242,7 @@ void ThrowDbFault(const char* operation, const SQLite::Exception& e)
     case DbFault::Busy:
         throw Framework::Server(ArchiveFaultText::Busy, ArchiveFaultText::BusyCode);
     case DbFault::Damaged:
-        ArchiveDb::NoteDamage();
+        ArchiveDb::NoteDamageEverywhere();
         throw Framework::Server(ArchiveFaultText::Damaged, ArchiveFaultText::DamagedCode);
     default:
         throw Framework::Server(ArchiveFaultText::Failed, ArchiveFaultText::FailedCode);
@@ -269,6 +274,8 @@ WriteTransaction::~WriteTransaction()
 {
     if (!m_open)
         return;
+    // Before the rollback clears what the failed statement met.
+    m_db.NoteDamage();
     try {
         m_db.Handle().exec("ROLLBACK");
     } catch (...) {

@@ -70,8 +70,10 @@ public:
     // Once a read or write has found damaged pages, the connection takes no
     // more writes: carrying on could spread the damage.
     bool Damaged() const { return m_damaged; }
-    // Marks every open connection whose last statement met damaged pages.
-    static void NoteDamage();
+    // Marks this connection when its last statement met damaged pages.
+    void NoteDamage();
+    // The same for every open connection.
+    static void NoteDamageEverywhere();
 
     // Test hook: runs once, on this connection, just before its next write
     // transaction asks for the lock. Lets a test put another workstation's
