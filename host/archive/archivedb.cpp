@@ -46,7 +46,8 @@ ArchiveDb::ArchiveDb(const std::string& path, Mode mode, int busyTimeoutMs)
         m_db = std::make_unique<SQLite::Database>(path, flags, busyTimeoutMs);
         Configure(mode);
     } catch (const SQLite::Exception& e) {
-        LogFault("opening the archive", e);
+        // The caller reports this itself before anything else is shown, so
+        // the readable reason is all it gets.
         const DbFault fault = ClassifyDbFault(e);
         const std::string why = fault == DbFault::Damaged ? "the file is not a database, or it is damaged"
                                 : fault == DbFault::Busy  ? "it is busy: another workstation is saving. Try again"
