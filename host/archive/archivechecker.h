@@ -9,15 +9,19 @@ class ArchiveDb;
 
 // SQLite's own integrity check plus the archive's invariants: nothing points
 // at a missing or merged-away patient, a link group holds at most one record
-// per organization, and the audit trail is whole.
+// per organization, and the audit trail and journal chains are whole.
 class BRAVIK_ARCHIVE_EXPORT ArchiveChecker
 {
 public:
     explicit ArchiveChecker(ArchiveDb& db);
     // One readable line per violation; empty when the archive is sound.
     std::vector<std::string> Run();
+    // One line per chained table (audit, journal, journal images): rows, last
+    // row and head digest, for the site to record outside the archive.
+    std::vector<std::string> ChainHeads();
 
 private:
     bool HasTable(const std::string& name);
+    void CheckChains(std::vector<std::string>& out);
     ArchiveDb& m_db;
 };

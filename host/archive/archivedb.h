@@ -57,11 +57,18 @@ public:
     std::vector<std::pair<std::string, long long>> TableRowCounts();
     std::vector<std::string> TableNames();
 
+    // Lines for the system log, sent when the surrounding transaction commits
+    // and dropped when it rolls back.
+    void AfterCommit(const std::string& systemLogLine) { m_afterCommit.push_back(systemLogLine); }
+    void CommitDone(bool committed);
+
     // The ISO time used in audit and journal rows.
     static std::string NowText();
 
 private:
     void Configure(Mode mode);
+    static void RefuseEmptyFile(const std::string& path);
+    void RefuseForeignDatabase();
     void CountWrite();
 
     std::string m_path;
@@ -69,6 +76,7 @@ private:
     std::vector<std::pair<std::string, std::unique_ptr<SQLite::Statement>>> m_cache;
     int m_failAt = 0;
     int m_writeCount = 0;
+    std::vector<std::string> m_afterCommit;
 };
 
 // BEGIN IMMEDIATE ... COMMIT, rolled back by the destructor unless committed:
