@@ -203,6 +203,10 @@ void MainWindow::run(const WorkstationAction& action)
         (action.needs == WorkstationAction::Needs::Exam && !context.exam) ||
         (action.needs == WorkstationAction::Needs::Study && !context.study))
         return;
+    if (const QString refusal = RightRefusal(action, context.patient); !refusal.isEmpty()) {
+        showStatus(refusal);
+        return;
+    }
     action.run(context);
     UpdateActions();
 }
