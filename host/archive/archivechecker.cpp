@@ -1,6 +1,8 @@
 #include "archivechecker.h"
 
 #include "archivedb.h"
+#include "ledger.h"
+#include "schema.h"
 
 #include <SQLiteCpp/Statement.h>
 
@@ -95,6 +97,7 @@ std::vector<std::string> ArchiveChecker::Run()
                 out.push_back("audit: " + std::to_string(rows) + " rows but ids up to " + std::to_string(highest) +
                               " (sequence " + std::to_string(sequence) + "): rows were removed");
         }
+        CheckChains(out);
     });
     return out;
 }
@@ -149,4 +152,29 @@ void ArchiveChecker::CheckJournalSubjects(std::vector<std::string>& out)
     while (q.executeStep())
         out.push_back("journal entry " + q.getColumn(0).getString() + " (" + q.getColumn(1).getString() +
                       ") is about " + q.getColumn(2).getString() + ", a record that did not exist");
+}
+
+void ArchiveChecker::CheckChains(std::vector<std::string>& out)
+{
+    if (m_db.SchemaVersion() < Schema::LedgerVersion())
+        return;
+    if (!HasTable("ledger") || !HasTable("ledger_heads")) {
+        out.push_back("chain: the audit and journal chains are gone (their tables were dropped)");
+        return;
+    }
+    for (const auto& problem : Ledger(m_db).Verify())
+        out.push_back("chain: " + problem);
+}
+
+std::vector<std::string> ArchiveChecker::ChainHeads()
+{
+    std::vector<std::string> lines;
+    if (m_db.SchemaVersion() < Schema::LedgerVersion() || !HasTable("ledger_heads"))
+        return lines;
+    GuardDb("reading the chain heads", [&] {
+        for (const auto& h : Ledger(m_db).Heads())
+            lines.push_back(h.table + " chain: " + std::to_string(h.rows) + " rows, last row " +
+                            std::to_string(h.lastRow) + ", head " + (h.digest.empty() ? "(empty)" : h.digest));
+    });
+    return lines;
 }

@@ -1,7 +1,9 @@
 #include "archivedb.h"
 
 #include "archiveerror.h"
+#include "ledger.h"
 #include "schema.h"
+#include "systemlog.h"
 
 #include <SQLiteCpp/Exception.h>
 
@@ -12,7 +14,9 @@
 #include <algorithm>
 #include <chrono>
 #include <ctime>
+#include <filesystem>
 #include <mutex>
+#include <system_error>
 
 namespace {
 
@@ -42,6 +46,7 @@ ArchiveDb::ArchiveDb(const std::string& path, Mode mode, int busyTimeoutMs)
         flags |= SQLite::OPEN_CREATE;
     if (mode == Mode::ReadOnly)
         flags = SQLite::OPEN_READONLY;
+    RefuseEmptyFile(path);
     try {
         m_db = std::make_unique<SQLite::Database>(path, flags, busyTimeoutMs);
         Configure(mode);
@@ -95,18 +100,37 @@ void ArchiveDb::Configure(Mode mode)
     // The search's index pages stay in the process rather than being read
     // from the file again for every search (SQLite's default is 2 MB).
     m_db->exec("PRAGMA cache_size = -65536");
-    if (mode == Mode::ReadOnly) {
-        const int version = SchemaVersion();
-        if (version > CurrentSchemaVersion())
-            ThrowServerFault("archive '" + m_path + "' has schema version " + std::to_string(version)
-                             + ", newer than this program's " + std::to_string(CurrentSchemaVersion()));
+    // Everything that refuses the file comes before the first write (the
+    // journal mode is one), so a refused file is left exactly as it was.
+    RefuseForeignDatabase();
+    if (mode == Mode::ReadOnly)
         return;
-    }
     m_db->exec("PRAGMA journal_mode = WAL");
     // The log is synced at every commit: a save that was reported done
     // survives a power failure, not only a crashed program.
     m_db->exec("PRAGMA synchronous = FULL");
     Migrate();
+}
+
+void ArchiveDb::RefuseEmptyFile(const std::string& path)
+{
+    // SQLite takes an empty file for an empty database and would turn it into
+    // an archive; an empty file where an archive was expected is a mistake
+    // (a failed copy, a truncated file) the user must see.
+    std::error_code ec;
+    if (std::filesystem::is_regular_file(path, ec) && std::filesystem::file_size(path, ec) == 0 && !ec)
+        ThrowServerFault("cannot open archive '" + path + "': the file is empty, not an archive");
+}
+
+void ArchiveDb::RefuseForeignDatabase()
+{
+    const int version = SchemaVersion();
+    if (version > CurrentSchemaVersion())
+        ThrowServerFault("archive '" + m_path + "' has schema version " + std::to_string(version)
+                         + ", newer than this program's " + std::to_string(CurrentSchemaVersion()));
+    // Version 0 with tables in it is some other program's database.
+    if (version == 0 && m_db->execAndGet("SELECT count(*) FROM sqlite_master").getInt() > 0)
+        ThrowServerFault("cannot open archive '" + m_path + "': it is a database of another program, not an archive");
 }
 
 int ArchiveDb::SchemaVersion()
@@ -134,6 +158,8 @@ void ArchiveDb::Migrate(int target)
         // Another connection may have migrated while we waited for the lock.
         for (int v = SchemaVersion() + 1; v <= target; ++v) {
             m_db->exec(Schema::Step(v));
+            if (v == Schema::LedgerVersion())
+                Ledger(*this).SealAll();
             m_db->exec("PRAGMA user_version = " + std::to_string(v));
         }
         tx.Commit();
@@ -213,6 +239,15 @@ std::vector<std::pair<std::string, long long>> ArchiveDb::TableRowCounts()
     return counts;
 }
 
+void ArchiveDb::CommitDone(bool committed)
+{
+    std::vector<std::string> lines;
+    lines.swap(m_afterCommit);
+    if (committed)
+        for (const auto& line : lines)
+            SystemLog::Write(line);
+}
+
 std::string ArchiveDb::NowText()
 {
     const auto now = std::chrono::system_clock::now();
@@ -277,6 +312,7 @@ WriteTransaction::~WriteTransaction()
         return;
     // Before the rollback clears what the failed statement met.
     m_db.NoteDamage();
+    m_db.CommitDone(false);
     try {
         m_db.Handle().exec("ROLLBACK");
     } catch (...) {
@@ -292,4 +328,5 @@ void WriteTransaction::Commit()
         ThrowDbFault("committing", e);
     }
     m_open = false;
+    m_db.CommitDone(true);
 }

@@ -60,6 +60,11 @@ public:
     std::vector<std::pair<std::string, long long>> TableRowCounts();
     std::vector<std::string> TableNames();
 
+    // Lines for the system log, sent when the surrounding transaction commits
+    // and dropped when it rolls back.
+    void AfterCommit(const std::string& systemLogLine) { m_afterCommit.push_back(systemLogLine); }
+    void CommitDone(bool committed);
+
     // The ISO time used in audit and journal rows.
     static std::string NowText();
 
@@ -83,6 +88,8 @@ public:
 
 private:
     void Configure(Mode mode);
+    static void RefuseEmptyFile(const std::string& path);
+    void RefuseForeignDatabase();
     void CountWrite();
 
     std::string m_path;
@@ -92,6 +99,7 @@ private:
     int m_writeCount = 0;
     bool m_damaged = false;
     std::function<void()> m_beforeWrite;
+    std::vector<std::string> m_afterCommit;
 };
 
 // BEGIN IMMEDIATE ... COMMIT, rolled back by the destructor unless committed:

@@ -17,7 +17,9 @@
 namespace {
 
 using Org = ArchiveContext::Organization;
-const CounterKey kAccessionCounter = {&Org::generatesAcc, &Org::accPrefix, "acc_counter", "exams", "accession", 8};
+using Right = ArchiveContext::Right;
+const CounterKey kAccessionCounter = {&Org::generatesAcc, &Org::accPrefix, "acc_counter", "exams", "accession", 8,
+                                   ArchiveContext::Right::EditExams};
 
 std::string S(const ACE_CString& s)
 {
@@ -162,6 +164,7 @@ int SqliteExamService::Validate(const ExamDataSet& e)
     const std::string acc = S(e.GetAccessionNumber());
     if (acc.empty() || !Text(acc, kAccession))
         return ArchiveResult::InvalidArgument;
+    RefuseInvisible("accession number", acc);
     for (const auto& text : {e.GetPriorityCode(), e.GetStatusCode(), e.GetExamCode(), e.GetModality(), e.GetBodyPart()})
         if (!Text(S(text), kIdentifier))
             return ArchiveResult::InvalidArgument;
@@ -269,6 +272,7 @@ int SqliteExamService::CreateExam(ExamDataSet* exam, ACE_CString& newExamKey)
             return ArchiveResult::InvalidArgument;
         const std::string status = org->newExamStatus.empty() ? S(exam->GetStatusCode()) : org->newExamStatus;
 
+        m_ctx.RequireRight(Right::EditExams, org->key);
         auto& dup = db.Prepare("SELECT 1 FROM exams WHERE org_key = ? AND accession = ?");
         dup.bind(1, org->key);
         dup.bind(2, S(exam->GetAccessionNumber()));
@@ -311,6 +315,7 @@ int SqliteExamService::UpdateExam(ExamDataSet* exam)
             return rc;
         if (const int rc = Validate(*exam))
             return rc;
+        m_ctx.RequireRight(Right::EditExams, row.orgKey);
         auto& dup = db.Prepare("SELECT 1 FROM exams WHERE org_key = ? AND accession = ? AND exam_key <> ?");
         dup.bind(1, row.orgKey);
         dup.bind(2, S(exam->GetAccessionNumber()));
@@ -437,6 +442,9 @@ int SqliteExamService::DeleteExam(const ACE_CString& examKey, const ACE_CString&
             return rc;
         if (!FieldCheck::Text(S(reason), FieldCheck::kReason))
             return ArchiveResult::InvalidArgument;
+        FieldCheck::RefuseInvisible("reason", S(reason));
+        if (!m_ctx.HasRight(Right::DeleteExams, row.orgKey))
+            return ArchiveResult::NotPermitted;
         auto& log = m_ctx.Log();
         const long long j = log.Begin(m_ctx.User(), deleteStudies ? "delete-exam-and-studies" : "delete-exam",
                                       row.key, row.patientKey, S(reason));
@@ -473,6 +481,9 @@ int SqliteExamService::CancelExam(const ACE_CString& examKey, const ACE_CString&
             return ArchiveResult::InvalidArgument;
         if (row.cancelled)
             return ArchiveResult::Conflict;
+        FieldCheck::RefuseInvisible("reason", S(reason));
+        if (!m_ctx.HasRight(Right::DeleteExams, row.orgKey))
+            return ArchiveResult::NotPermitted;
         auto& log = m_ctx.Log();
         const long long j = log.Begin(m_ctx.User(), "cancel-exam", row.key, row.patientKey, S(reason));
         log.Capture(j, "exams", "exam_key", "exam_key = @v", row.key);
@@ -501,7 +512,12 @@ int SqliteExamService::DetachStudy(const ACE_CString& studyKey, const ACE_CStrin
         const std::string& exam = *attached;
         if (exam.empty())
             return ArchiveResult::Conflict;
+        FieldCheck::RefuseInvisible("reason", S(reason));
         auto& log = m_ctx.Log();
+        const auto owner = db.SelectText("SELECT p.org_key FROM studies s JOIN patients p ON p.patient_key = s.patient_key "
+                                         "WHERE s.study_key = ?", key);
+        if (!owner || !m_ctx.HasRight(Right::DetachStudies, *owner))
+            return ArchiveResult::NotPermitted;
         const long long j = log.Begin(m_ctx.User(), "detach-study", key, exam, S(reason));
         log.Capture(j, "studies", "study_key", "study_key = @v", key);
         auto& st = db.Prepare("UPDATE studies SET exam_key = NULL WHERE study_key = ?");

@@ -30,7 +30,8 @@ using Right = ArchiveContext::Right;
 namespace {
 
 using Org = ArchiveContext::Organization;
-const CounterKey kMrnCounter = {&Org::generatesMrn, &Org::mrnPrefix, "mrn_counter", "patients", "mrn", 7};
+const CounterKey kMrnCounter = {&Org::generatesMrn, &Org::mrnPrefix, "mrn_counter", "patients", "mrn", 7,
+                             ArchiveContext::Right::Create};
 
 std::string S(const ACE_CString& s)
 {
@@ -185,6 +186,18 @@ int SqlitePatientService::GetPatient(const ACE_CString& patientKey, PatientDetai
     });
 }
 
+int SqlitePatientService::CheckIdentifierPolicy(const PatientDetailRecord& record, const std::string& key)
+{
+    const ArchiveContext::Policy policy = m_ctx.SitePolicy();
+    if (policy.numericMRN && !IsDigits(S(record.GetPatientID())))
+        return ArchiveResult::InvalidArgument;
+    if (policy.bsnEditable)
+        return ArchiveResult::Ok;
+    const std::string stored =
+        key.empty() ? std::string() : m_ctx.Db().SelectText("SELECT bsn FROM patients WHERE patient_key = ?", key).value_or("");
+    return S(record.GetBSN()) == stored ? ArchiveResult::Ok : ArchiveResult::InvalidArgument;
+}
+
 int SqlitePatientService::CreatePatient(PatientDetailRecord* record, ACE_CString& newPatientKey)
 {
     if (!record)
@@ -199,10 +212,10 @@ int SqlitePatientService::CreatePatient(PatientDetailRecord* record, ACE_CString
         if (!org)
             return ArchiveResult::NotFound;
         const std::string mrn = S(record->GetPatientID());
-        if (mrn.empty() || S(record->GetLastName()).empty() || !IsPatientFirstNameValid(record))
+        if (mrn.empty() || S(record->GetLastName()).empty() || !m_ctx.FirstNameValid(S(record->GetFirstName())))
             return ArchiveResult::InvalidArgument;
-        if (SitePolicy::Get().numericMRN && !IsDigits(mrn))
-            return ArchiveResult::InvalidArgument;
+        if (const int rc = CheckIdentifierPolicy(*record, std::string()))
+            return rc;
         if (!m_ctx.HasRight(Right::Create, org->key))
             return ArchiveResult::NotPermitted;
 
@@ -248,10 +261,10 @@ int SqlitePatientService::ModifyPatient(PatientDetailRecord* record)
         if (const int rc = PatientRow::Validate(*record))
             return rc;
         const std::string mrn = S(record->GetPatientID());
-        if (mrn.empty() || S(record->GetLastName()).empty() || !IsPatientFirstNameValid(record))
+        if (mrn.empty() || S(record->GetLastName()).empty() || !m_ctx.FirstNameValid(S(record->GetFirstName())))
             return ArchiveResult::InvalidArgument;
-        if (SitePolicy::Get().numericMRN && !IsDigits(mrn))
-            return ArchiveResult::InvalidArgument;
+        if (const int rc = CheckIdentifierPolicy(*record, row.key))
+            return rc;
         if (!m_ctx.HasRight(Right::Create, row.orgKey))
             return ArchiveResult::NotPermitted;
 
@@ -296,6 +309,7 @@ int SqlitePatientService::DeletePatient(const ACE_CString& patientKey, const ACE
             return rc;
         if (!SameOrg(S(organizationKey), row) || !FieldCheck::Text(S(reason), FieldCheck::kReason))
             return ArchiveResult::InvalidArgument;
+        FieldCheck::RefuseInvisible("reason", S(reason));
         if (!m_ctx.HasRight(Right::Create, row.orgKey))
             return ArchiveResult::NotPermitted;
 
@@ -520,10 +534,11 @@ int SqlitePatientService::MergePatients(const ACE_CString& sourcePatientKey, Pat
             return ArchiveResult::InvalidArgument;
         if (!FieldCheck::Text(S(reason), FieldCheck::kReason))
             return ArchiveResult::InvalidArgument;
+        FieldCheck::RefuseInvisible("reason", S(reason));
         if (const int rc = PatientRow::Validate(*target))
             return rc;
         const std::string mrn = S(target->GetPatientID());
-        if (mrn.empty() || S(target->GetLastName()).empty() || !IsPatientFirstNameValid(target))
+        if (mrn.empty() || S(target->GetLastName()).empty() || !m_ctx.FirstNameValid(S(target->GetFirstName())))
             return ArchiveResult::InvalidArgument;
 
         // The pairs to merge: the two patients, then the linked records as chosen.
