@@ -148,7 +148,7 @@ std::string ArchiveContext::RefusalText(Right right, const std::string& orgKey)
     if (!UserKnown(m_user))
         return "The archive does not know the user '" + m_user + "'.";
     const auto org = OrgByKey(orgKey);
-    return "The user '" + m_user + "' may not " + RightWords(right) + " in organization " +
+    return std::string("You do not have the right to ") + RightWords(right) + " in organization " +
            (org ? org->id : orgKey) + ".";
 }
 

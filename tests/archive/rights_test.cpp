@@ -145,7 +145,7 @@ TEST_F(RightsTest, EveryExamOperationNeedsItsRightInTheExamsOrganization)
             EXPECT_ARCHIVE_UNCHANGED(before);
             if (op.throwsReadably) {
                 EXPECT_EQ(rc, -1);
-                EXPECT_EQ(m_thrown, "The user 'tech' may not create or edit exams in organization NORTH.");
+                EXPECT_EQ(m_thrown, "You do not have the right to create or edit exams in organization NORTH.");
             } else {
                 EXPECT_EQ(rc, ArchiveResult::NotPermitted) << m_thrown;
             }
