@@ -97,6 +97,7 @@ BOOL PatientDlg::OnInitDialog()
     ApplyHeader();
     ApplyFooter();
     AddPages();
+    UpdateHeader();
     m_pFrame->ActivatePage(LoadString(IDS_PATIENT_TAB_DEMOGRAPHICS));
     UpdateOKButton();
     LayOutFrame();

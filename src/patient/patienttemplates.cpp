@@ -25,9 +25,9 @@ void AddField(DialogTemplate& tpl, const StringTable& strings, int labelId, cons
     const int y = 8 + 18 * row;
     tpl.controls.push_back({labelId, labelSymbol, ControlKind::Static, text ? strings.Load(text) : CString(), x,
                             y + 2, labelWidth - 2, 10});
-    const bool list = className == ComboBox::ClassName;
-    tpl.controls.push_back({fieldId, fieldSymbol, ControlKind::Custom, "", x + labelWidth, y, fieldWidth,
-                            list ? 100 : 12, style, className});
+    // A toolkit list is placed as it shows closed; it sizes its own drop-down.
+    tpl.controls.push_back({fieldId, fieldSymbol, ControlKind::Custom, "", x + labelWidth, y, fieldWidth, 12, style,
+                            className});
 }
 
 DialogTemplate DemographicsTemplate(const StringTable& s)
