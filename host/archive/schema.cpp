@@ -427,7 +427,18 @@ CREATE INDEX candidate_pairs_by_b_dob ON candidate_pairs(b_dob, b_sex, a_last, a
 UPDATE candidate_state SET fresh = 0;
 )SQL";
 
-const char* const kMigrations[] = {kV1, kV2, kV3, kV4, kV5};
+// --- Patient record versions (patient dialog saves) ---
+// Every demographic save of a patient (it always sets `modified`) counts up
+// the record's version; a dialog saves only the version it read, so a save
+// made on another workstation meanwhile is never overwritten. Link changes
+// leave the version alone.
+const char* const kV6 = R"SQL(
+ALTER TABLE patients ADD COLUMN version INTEGER NOT NULL DEFAULT 1;
+CREATE TRIGGER patients_version_on_save AFTER UPDATE OF modified ON patients
+BEGIN UPDATE patients SET version = OLD.version + 1 WHERE patient_key = NEW.patient_key; END;
+)SQL";
+
+const char* const kMigrations[] = {kV1, kV2, kV3, kV4, kV5, kV6};
 
 } // namespace
 

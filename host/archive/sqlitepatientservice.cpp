@@ -8,6 +8,7 @@
 #include "dictionarytopic.h"
 #include "keygenerator.h"
 #include "patientrow.h"
+#include "patientsavechecks.h"
 #include "indexedcandidatesearch.h"
 
 #include <bparser.h>
@@ -99,6 +100,8 @@ int SqlitePatientService::ReadPatient(const std::string& key, PatientDetailRecor
     if (found)
         PatientRow::Read(q, record);
     q.reset();
+    if (found)
+        PatientSaveChecks::ReadVersion(m_ctx.Db(), key, record);
     return found ? ArchiveResult::Ok : ArchiveResult::NotFound;
 }
 
@@ -202,7 +205,7 @@ int SqlitePatientService::CreatePatient(PatientDetailRecord* record, ACE_CString
         if (SitePolicy::Get().numericMRN && !IsDigits(mrn))
             return ArchiveResult::InvalidArgument;
         if (!m_ctx.HasRight(Right::Create, org->key))
-            return ArchiveResult::NotPermitted;
+            PatientSaveChecks::RefuseMissingRight(org->id);
 
         auto& db = m_ctx.Db();
         WriteTransaction tx(db);
@@ -212,7 +215,7 @@ int SqlitePatientService::CreatePatient(PatientDetailRecord* record, ACE_CString
         const bool taken = dup.executeStep();
         dup.reset();
         if (taken)
-            return ArchiveResult::Conflict;
+            PatientSaveChecks::RefuseTakenMrn(mrn, org->id);
         CandidateStore candidates(db);
         const auto kept = candidates.Before({});
         const std::string key = KeyGenerator::NewKey();
@@ -228,6 +231,7 @@ int SqlitePatientService::CreatePatient(PatientDetailRecord* record, ACE_CString
         candidates.After(kept, {key});
         m_ctx.Log().Audit(m_ctx.User(), key, AuditEvent::PatientCreated);
         tx.Commit();
+        PatientSaveChecks::ReadVersion(db, key, *record);
         newPatientKey = key.c_str();
         return ArchiveResult::Ok;
     });
@@ -240,7 +244,7 @@ int SqlitePatientService::ModifyPatient(PatientDetailRecord* record)
     return GuardDb("ModifyPatient", [&] {
         Row row;
         if (const int rc = Find(S(record->GetPatientKey()), row))
-            return rc;
+            return PatientSaveChecks::RefuseGone(rc, *record);
         if (!SameOrg(S(record->GetOrganizationKey()), row))
             return ArchiveResult::InvalidArgument;
         if (const int rc = PatientRow::Validate(*record))
@@ -251,10 +255,11 @@ int SqlitePatientService::ModifyPatient(PatientDetailRecord* record)
         if (SitePolicy::Get().numericMRN && !IsDigits(mrn))
             return ArchiveResult::InvalidArgument;
         if (!m_ctx.HasRight(Right::Create, row.orgKey))
-            return ArchiveResult::NotPermitted;
+            PatientSaveChecks::RefuseMissingRight(row.orgId);
 
         auto& db = m_ctx.Db();
         WriteTransaction tx(db);
+        PatientSaveChecks::RefuseStale(db, row.key, *record);
         auto& dup = db.Prepare("SELECT 1 FROM patients WHERE org_key = ? AND mrn = ? AND patient_key <> ?");
         dup.bind(1, row.orgKey);
         dup.bind(2, mrn);
@@ -262,7 +267,7 @@ int SqlitePatientService::ModifyPatient(PatientDetailRecord* record)
         const bool taken = dup.executeStep();
         dup.reset();
         if (taken)
-            return ArchiveResult::Conflict;
+            PatientSaveChecks::RefuseTakenMrn(mrn, row.orgId);
         CandidateStore candidates(db);
         const auto kept = candidates.Before({row.key});
         const std::string matchedOn = MatchingFields(row.key);
@@ -281,6 +286,7 @@ int SqlitePatientService::ModifyPatient(PatientDetailRecord* record)
         candidates.After(kept);
         m_ctx.Log().Audit(m_ctx.User(), row.key, AuditEvent::PatientModified);
         tx.Commit();
+        PatientSaveChecks::ReadVersion(db, row.key, *record);
         return ArchiveResult::Ok;
     });
 }
