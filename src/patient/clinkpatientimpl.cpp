@@ -98,6 +98,7 @@ void CLinkPatientImpl::CreateList()
     ReplaceDlgItem(IDC_LINKS_LIST, m_pList);
     m_pList->setFont(m_font);
     m_pList->SetFullRowSelection(true);
+    m_pList->horizontalHeader()->show();
     m_pList->setSelectionMode(QAbstractItemView::SingleSelection);
     m_pList->SetItemHeight(QFontMetrics(m_font).height() + 6);
     // Four columns, a quarter of the width each.

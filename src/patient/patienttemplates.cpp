@@ -127,15 +127,15 @@ DialogTemplate LinksTemplate(const StringTable& s)
 DialogTemplate CreateLinkedTemplate(const StringTable& s)
 {
     DialogTemplate tpl{"", 344, 212, "Arial", 10, {}};
-    // The captions stand over the rows' lists and edits, which start 50
-    // pixels down and 30 in.
+    // The captions stand over the rows' lists and edits, and "+" and "-"
+    // beside the first row; rows start 50 pixels down and 30 in.
     tpl.controls = {
         {IDC_CL_ORGANIZATION_CAPTION, "IDC_CL_ORGANIZATION_CAPTION", ControlKind::Static,
-         s.Load(IDS_CREATE_LINKED_ORGANIZATION), 30, 14, 90, 10},
-        {IDC_CL_MRN_CAPTION, "IDC_CL_MRN_CAPTION", ControlKind::Static, s.Load(IDS_CREATE_LINKED_MRN), 160, 14, 90,
+         s.Load(IDS_CREATE_LINKED_ORGANIZATION), 31, 14, 90, 10},
+        {IDC_CL_MRN_CAPTION, "IDC_CL_MRN_CAPTION", ControlKind::Static, s.Load(IDS_CREATE_LINKED_MRN), 137, 14, 90,
          10},
-        {IDC_CL_ADD, "IDC_CL_ADD", ControlKind::PushButton, "+", 282, 28, 16, 14, WS_TABSTOP},
-        {IDC_CL_REMOVE, "IDC_CL_REMOVE", ControlKind::PushButton, "-", 302, 28, 16, 14, WS_TABSTOP},
+        {IDC_CL_ADD, "IDC_CL_ADD", ControlKind::PushButton, "+", 244, 28, 16, 13, WS_TABSTOP},
+        {IDC_CL_REMOVE, "IDC_CL_REMOVE", ControlKind::PushButton, "-", 264, 28, 16, 13, WS_TABSTOP},
     };
     return tpl;
 }
@@ -145,9 +145,9 @@ DialogTemplate CreateLinkedRowTemplate()
     DialogTemplate tpl{"", 268, 22, "Arial", 10, {}};
     tpl.controls = {
         {IDC_CL_ROW_CHECK, "IDC_CL_ROW_CHECK", ControlKind::CheckBox, "", 4, 6, 10, 10, WS_TABSTOP},
-        {IDC_CL_ROW_ORGANIZATION, "IDC_CL_ROW_ORGANIZATION", ControlKind::ComboDropDownList, "", 19, 4, 110, 100,
+        {IDC_CL_ROW_ORGANIZATION, "IDC_CL_ROW_ORGANIZATION", ControlKind::ComboDropDownList, "", 16, 4, 100, 100,
          kList},
-        {IDC_CL_ROW_MRN, "IDC_CL_ROW_MRN", ControlKind::Custom, "", 134, 4, 110, 12, kEdit, Edit::ClassName},
+        {IDC_CL_ROW_MRN, "IDC_CL_ROW_MRN", ControlKind::Custom, "", 122, 4, 98, 12, kEdit, Edit::ClassName},
     };
     return tpl;
 }

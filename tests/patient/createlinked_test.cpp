@@ -103,6 +103,8 @@ TEST_F(CreateLinkedTest, TwoRowsNeverHoldTheSameOrganization)
         const std::vector<CString> third = Items(Row(2));
         EXPECT_EQ(third.end(), std::find(third.begin(), third.end(), CString("SOUTH")));
         EXPECT_EQ(third.end(), std::find(third.begin(), third.end(), CString("NORTH")));
+        ReplaceText(Row(1)->GetMRNEdit(), "S-300");
+        f.Screenshot("patient_create_create_linked_patient_rows");
         const CString thirdOrg = Row(2)->GetOrganizationID();
         const std::vector<CString> secondNow = Items(Row(1));
         EXPECT_EQ(secondNow.end(), std::find(secondNow.begin(), secondNow.end(), thirdOrg));

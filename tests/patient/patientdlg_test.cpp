@@ -265,3 +265,39 @@ TEST_F(PatientDlgTest, CancelEndsAtOnceWhateverWasTyped)
 }
 
 } // namespace
+
+namespace {
+
+// With BRAVIK_SCREENSHOTS set, every tab of both modes is saved as
+// patient_<mode>_<page>.png; without it the walk still checks each tab shows.
+TEST_F(PatientDlgTest, EveryTabOfBothModesCanBeShown)
+{
+    const std::string key = Patient(m_north, "N-300", "Okafor", "Ada", "19840229", "F");
+    const std::string south = Patient(m_south, "S-300", "Okafor", "Ada", "19840229", "F");
+    Build().LinkGroup(key, south);
+    auto walk = [&](const std::string& patientKey, const char* mode, std::vector<const char*> tabs) {
+        user->OnNextDialog([&](CDialog& dlg) {
+            PatientForm f(dlg);
+            if (patientKey.empty()) {
+                f.Type(IDC_PAT_MRN, "A-300");
+                f.Type(IDC_PAT_LAST, "Moreau");
+                f.Type(IDC_PAT_FIRST, "Lea");
+            }
+            for (const char* tab : tabs) {
+                EXPECT_TRUE(f.Tab(tab));
+                EXPECT_EQ(CString(tab), f.ActiveTab());
+                std::string page = tab;
+                for (char& c : page)
+                    c = c == ' ' ? '_' : static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+                f.Screenshot(("patient_" + std::string(mode) + "_" + page).c_str());
+            }
+            f.ClickCancel();
+        });
+        TavCreator::PatientDlgCreator creator;
+        creator.DisplayPatientDlg(patientKey.c_str(), nullptr);
+    };
+    walk("", "create", {"Demographics", "Contact Info", "Create Linked Patient"});
+    walk(key, "edit", {"Demographics", "Contact Info", "Links"});
+}
+
+} // namespace
