@@ -106,3 +106,11 @@ void PatientDlg::Footer::OnOK()
     if (m_pDlg)
         m_pDlg->OnOK();
 }
+
+void PatientDlg::Footer::paintEvent(QPaintEvent*)
+{
+    QPainter dc(this);
+    const ColorSchema& cs = ColorSchema::Instance();
+    DrawMaster::FillSolidRect(dc, CRect(0, 0, width(), height()), cs.GetDialogBkColor());
+    DrawMaster::DrawHLine(dc, 0, width(), 0, cs.GetSeparatorColor());
+}

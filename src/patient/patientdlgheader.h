@@ -46,6 +46,8 @@ public:
 
 protected:
     void OnOK() override;
+    // The band in the dialog's own colour, so the footer reads as part of it.
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     PatientDlg* m_pDlg;

@@ -17,6 +17,18 @@ namespace {
 constexpr DWORD kEdit = WS_BORDER | ES_AUTOHSCROLL | WS_TABSTOP;
 constexpr DWORD kList = WS_VSCROLL | WS_TABSTOP;
 
+// One labelled field as the tables below list them.
+struct Row
+{
+    int label;
+    const char* labelSymbol;
+    UINT text;
+    int field;
+    const char* fieldSymbol;
+    const char* className;
+    DWORD style;
+};
+
 // One labelled field of a two-column form: the label, then the field.
 void AddField(DialogTemplate& tpl, const StringTable& strings, int labelId, const char* labelSymbol, UINT text,
               int fieldId, const char* fieldSymbol, const char* className, int x, int row, int labelWidth,
@@ -41,16 +53,6 @@ DialogTemplate DemographicsTemplate(const StringTable& s)
              Edit::ClassName, L, 1, LW, FW - 44);
     tpl.controls.push_back({IDC_PAT_GENERATE, "IDC_PAT_GENERATE", ControlKind::PushButton,
                             s.Load(IDS_PATIENT_GENERATE), L + LW + FW - 40, 8 + 18 - 1, 40, 14, WS_TABSTOP});
-    struct Row
-    {
-        int label;
-        const char* labelSymbol;
-        UINT text;
-        int field;
-        const char* fieldSymbol;
-        const char* className;
-        DWORD style;
-    };
     const Row left[] = {
         {IDC_PAT_TITLE_LABEL, "IDC_PAT_TITLE_LABEL", IDS_PATIENT_TITLE, IDC_PAT_TITLE, "IDC_PAT_TITLE", Edit::ClassName, kEdit},
         {IDC_PAT_FIRST_LABEL, "IDC_PAT_FIRST_LABEL", IDS_PATIENT_FIRST, IDC_PAT_FIRST, "IDC_PAT_FIRST", Edit::ClassName, kEdit},
@@ -87,16 +89,6 @@ DialogTemplate ContactTemplate(const StringTable& s)
     // The second address line has no label of its own.
     tpl.controls.push_back({IDC_CON_ADDRESS2, "IDC_CON_ADDRESS2", ControlKind::Custom, "", L + LW, 8 + 18, FW, 12,
                             kEdit, Edit::ClassName});
-    struct Row
-    {
-        int label;
-        const char* labelSymbol;
-        UINT text;
-        int field;
-        const char* fieldSymbol;
-        const char* className;
-        DWORD style;
-    };
     const Row rows[] = {
         {IDC_CON_CITY_LABEL, "IDC_CON_CITY_LABEL", IDS_CONTACT_CITY, IDC_CON_CITY, "IDC_CON_CITY", Edit::ClassName, kEdit},
         {IDC_CON_STATE_LABEL, "IDC_CON_STATE_LABEL", IDS_CONTACT_STATE, IDC_CON_STATE, "IDC_CON_STATE", ComboBox::ClassName, kList},

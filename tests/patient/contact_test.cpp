@@ -23,15 +23,7 @@ class ContactTest : public PatientFixture
 protected:
     void Run(const std::string& key, const std::function<void(PatientForm&)>& script)
     {
-        user->OnNextDialog([&](CDialog& dlg) {
-            PatientForm f(dlg);
-            f.Tab("Contact Info");
-            script(f);
-            if (!dlg.HasEnded())
-                f.ClickCancel();
-        });
-        TavCreator::PatientDlgCreator creator;
-        creator.DisplayPatientDlg(key.c_str(), nullptr);
+        RunDialog(key, script, nullptr, "Contact Info");
     }
     std::string PatientWithAddress(const std::string& country, const std::string& state)
     {

@@ -25,14 +25,7 @@ class CreateLinkedTest : public PatientFixture
 protected:
     int Run(const std::function<void(PatientForm&)>& script, TavCreator::PatientDlgCreator* creator = nullptr)
     {
-        user->OnNextDialog([&](CDialog& dlg) {
-            PatientForm f(dlg);
-            script(f);
-            if (!dlg.HasEnded())
-                f.ClickCancel();
-        });
-        TavCreator::PatientDlgCreator own;
-        return (creator ? creator : &own)->DisplayPatientDlg("", nullptr);
+        return RunDialog("", script, creator);
     }
     static CreateLinkedPatientsRowDlg* Row(size_t i) { return CreateLinkedPatientsImpl::GetRows().at(i); }
     static std::vector<CString> Items(CreateLinkedPatientsRowDlg* row)

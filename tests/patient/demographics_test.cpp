@@ -47,29 +47,8 @@ public:
 class DemographicsTest : public PatientFixture
 {
 protected:
-    // Runs the create dialog with script, then cancels if the script did not end it.
-    void Create(const std::function<void(PatientForm&)>& script)
-    {
-        user->OnNextDialog([&](CDialog& dlg) {
-            PatientForm f(dlg);
-            script(f);
-            if (!dlg.HasEnded())
-                f.ClickCancel();
-        });
-        TavCreator::PatientDlgCreator creator;
-        creator.DisplayPatientDlg("", nullptr);
-    }
-    void Edit(const std::string& key, const std::function<void(PatientForm&)>& script)
-    {
-        user->OnNextDialog([&](CDialog& dlg) {
-            PatientForm f(dlg);
-            script(f);
-            if (!dlg.HasEnded())
-                f.ClickCancel();
-        });
-        TavCreator::PatientDlgCreator creator;
-        creator.DisplayPatientDlg(key.c_str(), nullptr);
-    }
+    void Create(const std::function<void(PatientForm&)>& script) { RunDialog("", script); }
+    void Edit(const std::string& key, const std::function<void(PatientForm&)>& script) { RunDialog(key, script); }
     static void FillRequired(PatientForm& f, const char* mrn = "M1")
     {
         f.Type(IDC_PAT_MRN, mrn);

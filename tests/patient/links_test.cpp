@@ -44,15 +44,7 @@ protected:
     int Run(const std::string& key, const std::function<void(PatientForm&)>& script,
             TavCreator::PatientDlgCreator* creator = nullptr)
     {
-        user->OnNextDialog([&](CDialog& dlg) {
-            PatientForm f(dlg);
-            f.Tab("Links");
-            script(f);
-            if (!dlg.HasEnded())
-                f.ClickCancel();
-        });
-        TavCreator::PatientDlgCreator own;
-        return (creator ? creator : &own)->DisplayPatientDlg(key.c_str(), nullptr);
+        return RunDialog(key, script, creator, "Links");
     }
     std::string m_east, north, south, east;
 };

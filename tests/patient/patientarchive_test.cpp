@@ -18,17 +18,7 @@ namespace {
 class PatientArchiveTest : public PatientFixture
 {
 protected:
-    int Edit(const std::string& key, const std::function<void(PatientForm&)>& script)
-    {
-        user->OnNextDialog([&](CDialog& dlg) {
-            PatientForm f(dlg);
-            script(f);
-            if (!dlg.HasEnded())
-                f.ClickCancel();
-        });
-        TavCreator::PatientDlgCreator creator;
-        return creator.DisplayPatientDlg(key.c_str(), nullptr);
-    }
+    int Edit(const std::string& key, const std::function<void(PatientForm&)>& script) { return RunDialog(key, script); }
     // Another workstation: its own connection to the same archive file.
     std::unique_ptr<Archive> OtherWorkstation()
     {

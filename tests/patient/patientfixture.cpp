@@ -1,5 +1,6 @@
 #include "patientfixture.h"
 
+#include "boundary/patientdlgcreator.h"
 #include "patient/clinkpatientimpl.h"
 #include "patient/createlinkedpatientsimpl.h"
 #include "patient/createlinkedpatientspage.h"
@@ -71,6 +72,21 @@ void PatientFixture::Grant(const std::string& userName, const std::vector<std::s
         const bool link = std::find(linkIn.begin(), linkIn.end(), org) != linkIn.end();
         Build().Grant(userName, org, create, link, false);
     }
+}
+
+int PatientFixture::RunDialog(const std::string& key, const std::function<void(PatientForm&)>& script,
+                              TavCreator::PatientDlgCreator* creator, const char* firstTab)
+{
+    user->OnNextDialog([&](CDialog& dlg) {
+        PatientForm f(dlg);
+        if (firstTab)
+            f.Tab(firstTab);
+        script(f);
+        if (!dlg.HasEnded())
+            f.ClickCancel();
+    });
+    TavCreator::PatientDlgCreator own;
+    return (creator ? creator : &own)->DisplayPatientDlg(key.c_str(), nullptr);
 }
 
 void PatientFixture::LogInAs(const std::string& userName)

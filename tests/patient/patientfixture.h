@@ -20,7 +20,12 @@
 #include <string>
 #include <vector>
 
+namespace TavCreator {
+class PatientDlgCreator;
+}
+
 class CLinkPatientImpl;
+class PatientForm;
 class CreateLinkedPatientsImpl;
 class PatientDlg;
 class PatientDemographicsImpl;
@@ -37,6 +42,11 @@ protected:
                         const std::string& sex = "M");
     // The patient as the archive holds it now.
     PatientDetailRecord Read(const std::string& key);
+    // Runs the patient dialog for key (empty: create) through a creator (the
+    // caller's, or one of its own), with script as the user; a script that
+    // leaves the dialog open ends with Cancel. firstTab is clicked first.
+    int RunDialog(const std::string& key, const std::function<void(PatientForm&)>& script,
+                  TavCreator::PatientDlgCreator* creator = nullptr, const char* firstTab = nullptr);
     // Logs in as userName, given these rights in the organizations listed.
     void LogInAs(const std::string& userName);
     void Grant(const std::string& userName, const std::vector<std::string>& createIn,
