@@ -3,6 +3,7 @@
 #include "patient/patientdemographicsimpl.h"
 
 #include "boundary/resource.h"
+#include "patient/patientservices.h"
 
 #include "orgoperationscollection.h"
 #include "patientdetailrecord.h"
@@ -25,6 +26,9 @@
 #include <exception>
 #include <functional>
 
+using PatientServices::Organizations;
+using PatientServices::Patients;
+
 namespace {
 
 // The report list, telling the panel which cell was clicked.
@@ -41,18 +45,6 @@ protected:
             onCellClick(row, column);
     }
 };
-
-PatientManagementService* Patients()
-{
-    ServiceRegistry* registry = Session::ServiceInstance();
-    return registry ? registry->GetPatientManagementService() : nullptr;
-}
-
-OrgOperationsCollection* Organizations()
-{
-    ServiceRegistry* registry = Session::ServiceInstance();
-    return registry ? registry->GetOrgOperationsCollection() : nullptr;
-}
 
 } // namespace
 

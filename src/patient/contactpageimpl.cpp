@@ -1,6 +1,7 @@
 #include "patient/contactpageimpl.h"
 
 #include "boundary/resource.h"
+#include "patient/patientservices.h"
 #include "boundary/tavhelper.h"
 
 #include "dictionaryrecord.h"
@@ -15,6 +16,9 @@
 #include "normaleditvalidator.h"
 
 #include <exception>
+
+using PatientServices::Organizations;
+using PatientServices::Patients;
 
 namespace {
 
@@ -105,8 +109,7 @@ void ContactPageImpl::ApplyOrganizationDefaults(const ACE_CString& organizationK
         return;
     ComboBox* country = Countries();
     ComboBox* state = States();
-    ServiceRegistry* registry = Session::ServiceInstance();
-    OrgOperationsCollection* orgs = registry ? registry->GetOrgOperationsCollection() : nullptr;
+    OrgOperationsCollection* orgs = Organizations();
     if (!country || !state || !orgs)
         return;
     try {

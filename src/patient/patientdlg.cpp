@@ -12,6 +12,7 @@
 
 #include "boundary/bravikmodulestate.h"
 #include "boundary/resource.h"
+#include "patient/patientservices.h"
 
 #include "errormanager.h"
 #include "patientmanagementservice.h"
@@ -26,13 +27,9 @@
 #include <exception>
 #include <memory>
 
-namespace {
+using PatientServices::Patients;
 
-PatientManagementService* Patients()
-{
-    ServiceRegistry* registry = Session::ServiceInstance();
-    return registry ? registry->GetPatientManagementService() : nullptr;
-}
+namespace {
 
 // Frees what GetLinkedPatients handed over.
 struct OwnedRecords
