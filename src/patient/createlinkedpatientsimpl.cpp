@@ -131,7 +131,7 @@ void CreateLinkedPatientsImpl::OnRemove()
             ++i;
             continue;
         }
-        for (size_t j = 1; j < g_rows.size(); ++j)
+        for (size_t j = 0; j < g_rows.size(); ++j)
             if (g_rows[j] != row && row->GetOrganizationKeyData())
                 g_rows[j]->AddOrganization(row->GetOrganizationID(), row->GetOrganizationKeyData());
         g_rows.erase(g_rows.begin() + static_cast<std::ptrdiff_t>(i));
