@@ -66,6 +66,12 @@ MainWindow::MainWindow(const QString& archivePath, const QString& userName, QWid
             showStatus(shown == 1 ? QStringLiteral("1 patient found.") : QStringLiteral("%1 patients found.").arg(shown));
     });
     connect(m_browser, &PatientBrowser::problem, this, &MainWindow::showStatus);
+    // Enter or a double click on a patient edits it.
+    connect(m_browser, &PatientBrowser::patientActivated, this, [this] {
+        for (const WorkstationAction& a : m_actions)
+            if (a.id == QLatin1String("editPatient"))
+                run(a);
+    });
     connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::UpdateActions);
 
     resize(1180, 760);
@@ -199,6 +205,7 @@ void MainWindow::run(const WorkstationAction& action)
     context.study = m_browser->SelectedStudy();
     context.refresh = [this] { m_browser->Refresh(); };
     context.status = [this](const QString& text) { showStatus(text); };
+    context.showPatient = [this](const PatientDetailRecord& patient) { m_browser->ShowPatient(patient); };
     // A shortcut can fire while its command is disabled for the selection.
     if ((action.needs == WorkstationAction::Needs::Patient && !context.patient) ||
         (action.needs == WorkstationAction::Needs::Exam && !context.exam) ||

@@ -149,6 +149,7 @@ PatientBrowser::PatientBrowser(QWidget* parent) : QWidget(parent)
     connect(m_name, &QLineEdit::returnPressed, this, &PatientBrowser::Search);
     connect(m_mrn, &QLineEdit::returnPressed, this, &PatientBrowser::Search);
     connect(m_search, &QPushButton::clicked, this, &PatientBrowser::Search);
+    connect(m_patientList, &QTreeWidget::itemActivated, this, [this] { emit patientActivated(); });
     connect(m_patientList, &QTreeWidget::itemSelectionChanged, this, [this] {
         loadExams();
         emit selectionChanged();
@@ -228,6 +229,17 @@ void PatientBrowser::Search()
 }
 
 void PatientBrowser::Refresh() { Search(); }
+
+void PatientBrowser::ShowPatient(const PatientDetailRecord& patient)
+{
+    m_name->setText(Q(patient.GetLastName()) + QStringLiteral(", ") + Q(patient.GetFirstName()));
+    m_mrn->setText(Q(patient.GetPatientID()));
+    Search();
+    for (size_t i = 0; i < m_patients.size(); ++i)
+        if (m_patients[i]->GetPatientKey() == patient.GetPatientKey())
+            m_patientList->setCurrentItem(m_patientList->topLevelItem(static_cast<int>(i)));
+    m_patientList->setFocus();
+}
 
 void PatientBrowser::fillPatients()
 {

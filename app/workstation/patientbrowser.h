@@ -32,6 +32,8 @@ public:
     void Search();
     // Like Search, after the archive changed under the selection.
     void Refresh();
+    // Searches for the patient (its name and MRN) and selects it.
+    void ShowPatient(const PatientDetailRecord& patient);
 
     const PatientDetailRecord* SelectedPatient() const;
     const ExamDataSet* SelectedExam() const;
@@ -55,6 +57,8 @@ signals:
     void searched(int shown, bool more);
     // A service failed: a line for the user.
     void problem(const QString& text);
+    // Enter or a double click on a patient.
+    void patientActivated();
 
 private:
     void fillPatients();

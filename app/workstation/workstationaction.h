@@ -31,6 +31,8 @@ struct ActionContext
     std::function<void()> refresh;
     // A line for the status bar.
     std::function<void(const QString&)> status;
+    // Shows the patient in the browser and selects it (after a save).
+    std::function<void(const PatientDetailRecord&)> showPatient;
 };
 
 struct WorkstationAction

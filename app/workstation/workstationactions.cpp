@@ -3,9 +3,11 @@
 // services, keeping the reason. Add a dialog's command by adding an entry.
 #include "workstationaction.h"
 
+#include "boundary/bravikapp.h"
 #include "boundary/deleteexamparamdlgcreator.h"
 #include "boundary/detachstudyparamdlgcreator.h"
 #include "boundary/patientdeleteparamdlgcreator.h"
+#include "boundary/patientdlgcreator.h"
 
 #include "examdataset.h"
 #include "examservice.h"
@@ -85,6 +87,43 @@ void DeletePatient(ActionContext& c)
     c.status(done);
 }
 
+// New Patient... (no key) and Edit Patient... (the selected patient's key).
+void EditPatient(ActionContext& c, bool create)
+{
+    TavCreator::PatientDlgCreator creator;
+    const char* key = create || !c.patient ? "" : c.patient->GetPatientKey().c_str();
+    if (creator.DisplayPatientDlg(key, c.parent) != 1 || !creator.GetpPatientData())
+        return;
+    const PatientDetailRecord saved = *creator.GetpPatientData();
+    QString done = QStringLiteral("%1 patient %2 (MRN %3, %4).")
+                       .arg(create ? QStringLiteral("Created") : QStringLiteral("Saved"), Q(saved.GetPatientName()),
+                            Q(saved.GetPatientID()), Q(saved.GetOrganizationID()));
+    if (creator.GetHasRemovedLink())
+        done += QStringLiteral(" A link was removed.");
+    c.showPatient(saved);
+    c.status(done);
+}
+
+void UnlinkPatient(ActionContext& c)
+{
+    const PatientDetailRecord p = *c.patient;
+    const QString name = Q(p.GetPatientName());
+    if (p.GetLinkID().is_empty()) {
+        c.status(QStringLiteral("Patient %1 (MRN %2) is not linked to another record.").arg(name, Q(p.GetPatientID())));
+        return;
+    }
+    const CString question = CBravikApp::GetUnlinkPatientConfirmationMsg();
+    if (MessageBox(c.parent, question.GetString(), kCaption, MB_YESNO | MB_ICONQUESTION) != IDYES)
+        return;
+    PatientManagementService* s = Patients();
+    if (!s || !Perform(c.parent, QStringLiteral("Removing the link"),
+                       [&] { return s->UnLinkPatient(p.GetPatientKey(), p.GetOrganizationKey()); }))
+        return;
+    c.refresh();
+    c.status(QStringLiteral("Removed the link of patient %1 (MRN %2, %3).")
+                 .arg(name, Q(p.GetPatientID()), Q(p.GetOrganizationID())));
+}
+
 void DeleteOrCancelExam(ActionContext& c, TavCreator::eDLGCODE mode)
 {
     const ExamDataSet& e = *c.exam;
@@ -160,6 +199,12 @@ std::vector<WorkstationAction> WorkstationActions()
 {
     using Needs = WorkstationAction::Needs;
     return {
+        {QStringLiteral("newPatient"), QStringLiteral("&Patient"), QStringLiteral("&New Patient..."),
+         QKeySequence(Qt::CTRL | Qt::Key_N), Needs::Nothing, [](ActionContext& c) { EditPatient(c, true); }},
+        {QStringLiteral("editPatient"), QStringLiteral("&Patient"), QStringLiteral("&Edit Patient..."),
+         QKeySequence(), Needs::Patient, [](ActionContext& c) { EditPatient(c, false); }},
+        {QStringLiteral("unlinkPatient"), QStringLiteral("&Patient"), QStringLiteral("&Unlink Patient..."),
+         QKeySequence(), Needs::Patient, UnlinkPatient},
         {QStringLiteral("deletePatient"), QStringLiteral("&Patient"), QStringLiteral("&Delete Patient..."),
          QKeySequence(Qt::CTRL | Qt::Key_Delete), Needs::Patient, DeletePatient, UserRights::eCREATE_PATIENT},
         {QStringLiteral("deleteExam"), QStringLiteral("&Exam"), QStringLiteral("&Delete Exam..."),

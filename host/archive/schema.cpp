@@ -464,7 +464,18 @@ CREATE TABLE IF NOT EXISTS ledger_heads (
 INSERT OR IGNORE INTO ledger_heads VALUES ('audit', 0, 0, ''), ('journal', 0, 0, ''), ('journal_images', 0, 0, '');
 )SQL";
 
-const char* const kMigrations[] = {kV1, kV2, kV3, kV4, kV5, kV6};
+// --- Patient record versions (patient dialog saves) ---
+// Every demographic save of a patient (it always sets `modified`) counts up
+// the record's version; a dialog saves only the version it read, so a save
+// made on another workstation meanwhile is never overwritten. Link changes
+// leave the version alone.
+const char* const kV7 = R"SQL(
+ALTER TABLE patients ADD COLUMN version INTEGER NOT NULL DEFAULT 1;
+CREATE TRIGGER patients_version_on_save AFTER UPDATE OF modified ON patients
+BEGIN UPDATE patients SET version = OLD.version + 1 WHERE patient_key = NEW.patient_key; END;
+)SQL";
+
+const char* const kMigrations[] = {kV1, kV2, kV3, kV4, kV5, kV6, kV7};
 
 } // namespace
 

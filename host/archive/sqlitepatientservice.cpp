@@ -8,6 +8,7 @@
 #include "dictionarytopic.h"
 #include "keygenerator.h"
 #include "patientrow.h"
+#include "patientsavechecks.h"
 #include "indexedcandidatesearch.h"
 
 #include <bparser.h>
@@ -100,6 +101,8 @@ int SqlitePatientService::ReadPatient(const std::string& key, PatientDetailRecor
     if (found)
         PatientRow::Read(q, record);
     q.reset();
+    if (found)
+        PatientSaveChecks::ReadVersion(m_ctx.Db(), key, record);
     return found ? ArchiveResult::Ok : ArchiveResult::NotFound;
 }
 
@@ -217,7 +220,7 @@ int SqlitePatientService::CreatePatient(PatientDetailRecord* record, ACE_CString
         if (const int rc = CheckIdentifierPolicy(*record, std::string()))
             return rc;
         if (!m_ctx.HasRight(Right::Create, org->key))
-            return ArchiveResult::NotPermitted;
+            PatientSaveChecks::RefuseMissingRight(org->id);
 
         auto& dup = db.Prepare("SELECT 1 FROM patients WHERE org_key = ? AND mrn = ?");
         dup.bind(1, org->key);
@@ -225,7 +228,7 @@ int SqlitePatientService::CreatePatient(PatientDetailRecord* record, ACE_CString
         const bool taken = dup.executeStep();
         dup.reset();
         if (taken)
-            return ArchiveResult::Conflict;
+            PatientSaveChecks::RefuseTakenMrn(mrn, org->id);
         CandidateStore candidates(db);
         const auto kept = candidates.Before({});
         const std::string key = KeyGenerator::NewKey();
@@ -241,6 +244,7 @@ int SqlitePatientService::CreatePatient(PatientDetailRecord* record, ACE_CString
         candidates.After(kept, {key});
         m_ctx.Log().Audit(m_ctx.User(), key, AuditEvent::PatientCreated);
         tx.Commit();
+        PatientSaveChecks::ReadVersion(db, key, *record);
         newPatientKey = key.c_str();
         return ArchiveResult::Ok;
     });
@@ -255,7 +259,7 @@ int SqlitePatientService::ModifyPatient(PatientDetailRecord* record)
         WriteTransaction tx(db);
         Row row;
         if (const int rc = Find(S(record->GetPatientKey()), row))
-            return rc;
+            return PatientSaveChecks::RefuseGone(rc, *record);
         if (!SameOrg(S(record->GetOrganizationKey()), row))
             return ArchiveResult::InvalidArgument;
         if (const int rc = PatientRow::Validate(*record))
@@ -266,8 +270,9 @@ int SqlitePatientService::ModifyPatient(PatientDetailRecord* record)
         if (const int rc = CheckIdentifierPolicy(*record, row.key))
             return rc;
         if (!m_ctx.HasRight(Right::Create, row.orgKey))
-            return ArchiveResult::NotPermitted;
+            PatientSaveChecks::RefuseMissingRight(row.orgId);
 
+        PatientSaveChecks::RefuseStale(db, row.key, *record);
         auto& dup = db.Prepare("SELECT 1 FROM patients WHERE org_key = ? AND mrn = ? AND patient_key <> ?");
         dup.bind(1, row.orgKey);
         dup.bind(2, mrn);
@@ -275,7 +280,7 @@ int SqlitePatientService::ModifyPatient(PatientDetailRecord* record)
         const bool taken = dup.executeStep();
         dup.reset();
         if (taken)
-            return ArchiveResult::Conflict;
+            PatientSaveChecks::RefuseTakenMrn(mrn, row.orgId);
         CandidateStore candidates(db);
         const auto kept = candidates.Before({row.key});
         const std::string matchedOn = MatchingFields(row.key);
@@ -294,6 +299,7 @@ int SqlitePatientService::ModifyPatient(PatientDetailRecord* record)
         candidates.After(kept);
         m_ctx.Log().Audit(m_ctx.User(), row.key, AuditEvent::PatientModified);
         tx.Commit();
+        PatientSaveChecks::ReadVersion(db, row.key, *record);
         return ArchiveResult::Ok;
     });
 }

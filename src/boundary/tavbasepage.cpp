@@ -22,3 +22,13 @@ void TavBasePage::LayoutInnerDialog(const CRect& rect)
         return;
     HFDlg::PlaceWindow(m_pInnerDlg, rect.toQRect());
 }
+
+BOOL TavBasePage::CreateWithInnerDialog(CWnd* parent, const CRect& rect, UINT id)
+{
+    if (!BasePage::Create(parent, rect, id))
+        return FALSE;
+    if (m_pInnerDlg)
+        m_pInnerDlg->Create(this);
+    LayoutInnerDialog(CRect(0, 0, width(), height()));
+    return TRUE;
+}

@@ -26,6 +26,9 @@ public:
 
 protected:
     void OnSize(UINT type, int cx, int cy) override;
+    // For pages whose inner dialog is made with the page: creates the page,
+    // then the inner dialog as its child, filling it.
+    BOOL CreateWithInnerDialog(CWnd* parent, const CRect& rect, UINT id);
 
     // Not owned.
     CDialog* m_pInnerDlg = nullptr;

@@ -38,5 +38,8 @@ public:
 private:
     // The duplicate list fills its "Sex" cell with the general filler.
     friend class CDuplicatePatientList;
+    // The patient pages fill their sex, gender and country lists with it too.
+    friend class PatientDemographicsImpl;
+    friend class ContactPageImpl;
     int InitCombo(CComboBox& box, DictionaryService::eTOPICCODE topic, DictionaryService::eFORMAT format);
 };

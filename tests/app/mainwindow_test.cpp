@@ -236,6 +236,64 @@ TEST_F(WorkstationWindow, DetachStudyKeepsTheReason)
     EXPECT_TRUE(m_window->statusBar()->currentMessage().startsWith(QStringLiteral("Detached study ")));
 }
 
+TEST_F(WorkstationWindow, NewPatientSavesAndTheBrowserShowsAndSelectsIt)
+{
+    ScriptedUser user;
+    user.OnNextDialog([](CDialog& dlg) {
+        EXPECT_EQ(CString("Create Patient"), dlg.GetWindowText());
+        for (const char* id : {"IDC_PAT_MRN", "IDC_PAT_LAST", "IDC_PAT_FIRST"}) {
+            QWidget* edit = dlg.findChild<QWidget*>(QString::fromLatin1(id));
+            ASSERT_NE(nullptr, edit);
+            ReplaceText(edit, id == std::string("IDC_PAT_MRN") ? QStringLiteral("9900001") : QStringLiteral("Quist"));
+        }
+        dlg.OnOK();
+    });
+    ASSERT_TRUE(m_window->Action(QStringLiteral("newPatient"))->isEnabled());
+    EXPECT_EQ(QKeySequence(Qt::CTRL | Qt::Key_N), m_window->Action(QStringLiteral("newPatient"))->shortcut());
+    m_window->Action(QStringLiteral("newPatient"))->trigger();
+    ASSERT_EQ(1, Count("SELECT COUNT(*) FROM patients WHERE mrn = ?", "9900001"));
+    ASSERT_NE(nullptr, B().SelectedPatient());
+    EXPECT_STREQ("9900001", B().SelectedPatient()->GetPatientID().c_str());
+    EXPECT_TRUE(m_window->statusBar()->currentMessage().startsWith(QStringLiteral("Created patient Quist, Quist (MRN 9900001")));
+}
+
+TEST_F(WorkstationWindow, EnterOnAPatientEditsIt)
+{
+    const std::string key = B().SelectedPatient()->GetPatientKey().c_str();
+    ScriptedUser user;
+    user.OnNextDialog([](CDialog& dlg) {
+        EXPECT_EQ(CString("Edit Patient"), dlg.GetWindowText());
+        QWidget* middle = dlg.findChild<QWidget*>(QStringLiteral("IDC_PAT_MIDDLE"));
+        ASSERT_NE(nullptr, middle);
+        ReplaceText(middle, QStringLiteral("Q"));
+        dlg.OnOK();
+    });
+    B().PatientList()->setFocus();
+    emit B().PatientList()->itemActivated(B().PatientList()->currentItem(), 0);
+    EXPECT_EQ("Q", Text("SELECT middle_name FROM patients WHERE patient_key = ?", key));
+    EXPECT_STREQ(key.c_str(), B().SelectedPatient()->GetPatientKey().c_str());
+    EXPECT_TRUE(m_window->statusBar()->currentMessage().startsWith(QStringLiteral("Saved patient ")));
+}
+
+TEST_F(WorkstationWindow, UnlinkPatientAsksThenTakesThePatientOutOfItsGroup)
+{
+    std::string key;
+    for (int row = 0; row < B().PatientCount() && key.empty(); ++row) {
+        B().PatientList()->setCurrentItem(B().PatientList()->topLevelItem(row));
+        if (!B().SelectedPatient()->GetLinkID().is_empty())
+            key = B().SelectedPatient()->GetPatientKey().c_str();
+    }
+    ASSERT_FALSE(key.empty()) << "the demo archive links some records";
+    ScriptedUser user;
+    user.ExpectMessage("Are you sure you want to remove the current link for the patient?", IDNO);
+    m_window->Action(QStringLiteral("unlinkPatient"))->trigger();
+    EXPECT_NE("<none>", Text("SELECT link_group FROM patients WHERE patient_key = ?", key));
+    user.ExpectMessage("Are you sure you want to remove the current link for the patient?", IDYES);
+    m_window->Action(QStringLiteral("unlinkPatient"))->trigger();
+    EXPECT_EQ("<none>", Text("SELECT coalesce(link_group, '<none>') FROM patients WHERE patient_key = ?", key));
+    EXPECT_TRUE(m_window->statusBar()->currentMessage().startsWith(QStringLiteral("Removed the link of patient ")));
+}
+
 TEST_F(WorkstationWindow, HoldsTheDuplicatePatientPage)
 {
     ASSERT_NE(nullptr, m_window->DuplicatePage());

@@ -292,6 +292,7 @@ TEST_F(CandidateStoreTest, AnArchiveFromBeforeTheMonthRuleIsRebuiltOnOpen)
                        " CREATE INDEX candidate_pairs_by_half ON candidate_pairs(merge, a_last, a_first, key_a, key_b);"
                        " DROP INDEX candidate_pairs_by_a_dob;"
                        " CREATE INDEX candidate_pairs_by_a_dob ON candidate_pairs(a_dob, a_sex, a_last, a_first, key_a, key_b);"
+                       " DROP TRIGGER patients_version_on_save; ALTER TABLE patients DROP COLUMN version;"
                        " PRAGMA user_version = 4");
     ASSERT_TRUE(Fresh());
     auto reopened = Archive::Open(path);

@@ -8,11 +8,24 @@
 
 #include <patientdetailrecord.h>
 #include <patientsearchcriteria.h>
+#include <server.h>
 #include <sitepolicy.h>
 
 #include <memory>
 
 namespace {
+
+// The reason a refused save gives the user (empty when nothing was thrown).
+template <typename F>
+std::string Refusal(F&& save)
+{
+    try {
+        save();
+    } catch (const Framework::Server& e) {
+        return e.what();
+    }
+    return std::string();
+}
 
 class PatientServiceTest : public ArchiveFixture
 {
@@ -162,7 +175,8 @@ TEST_F(PatientServiceTest, DuplicateMrnInOneOrganizationIsAConflictButAnotherOrg
     ACE_CString first, second, third;
     ASSERT_EQ(Svc().CreatePatient(&r, first), 0);
     const auto before = Snapshot();
-    EXPECT_EQ(Svc().CreatePatient(&r, second), ArchiveResult::Conflict);
+    EXPECT_EQ("The MRN 555 is already used by another patient in NORTH. Enter a different MRN.",
+              Refusal([&] { Svc().CreatePatient(&r, second); }));
     EXPECT_ARCHIVE_UNCHANGED(before);
     auto s = NewRecord(m_south, "555");
     EXPECT_EQ(Svc().CreatePatient(&s, third), 0);
@@ -201,7 +215,9 @@ TEST_F(PatientServiceTest, CreateWithoutTheCreateRightChangesNothing)
     const auto before = Snapshot();
     auto r = NewRecord(m_north);
     ACE_CString key;
-    EXPECT_EQ(Svc().CreatePatient(&r, key), ArchiveResult::NotPermitted);
+    EXPECT_EQ("You do not have the right to create or change patients in NORTH. Ask your administrator for the "
+              "right, or choose another organization.",
+              Refusal([&] { Svc().CreatePatient(&r, key); }));
     EXPECT_ARCHIVE_UNCHANGED(before);
 }
 
@@ -211,7 +227,9 @@ TEST_F(PatientServiceTest, AnUnknownUserHoldsNoRights)
     const auto before = Snapshot();
     auto r = NewRecord(m_north);
     ACE_CString key;
-    EXPECT_EQ(Svc().CreatePatient(&r, key), ArchiveResult::NotPermitted);
+    EXPECT_EQ("You do not have the right to create or change patients in NORTH. Ask your administrator for the "
+              "right, or choose another organization.",
+              Refusal([&] { Svc().CreatePatient(&r, key); }));
     EXPECT_ARCHIVE_UNCHANGED(before);
 }
 
@@ -271,15 +289,16 @@ TEST_F(PatientServiceTest, ModifyRefusals)
     EXPECT_EQ(Svc().ModifyPatient(&moved), ArchiveResult::InvalidArgument);
     auto clash = r;
     clash.SetPatientID(other.GetPatientID());
-    EXPECT_EQ(Svc().ModifyPatient(&clash), ArchiveResult::Conflict);
+    EXPECT_NE(std::string::npos, Refusal([&] { Svc().ModifyPatient(&clash); }).find("is already used by another patient"));
     auto unknown = r;
     unknown.SetPatientKey("GHOST");
+    unknown.SetVersion(""); // not read from the archive: an ordinary refusal
     EXPECT_EQ(Svc().ModifyPatient(&unknown), ArchiveResult::NotFound);
     auto tooLong = r;
     tooLong.SetHomeNumber(std::string(31, '5').c_str());
     EXPECT_EQ(Svc().ModifyPatient(&tooLong), ArchiveResult::InvalidArgument);
     Arc().SetUser("reader"); // known, but holds no right
-    EXPECT_EQ(Svc().ModifyPatient(&r), ArchiveResult::NotPermitted);
+    EXPECT_NE(std::string::npos, Refusal([&] { Svc().ModifyPatient(&r); }).find("You do not have the right"));
     EXPECT_ARCHIVE_UNCHANGED(before);
 }
 

@@ -126,6 +126,12 @@ public:
     const ACE_CString& GetLinkID() const { return m_linkID; }
     void SetLinkID(const ACE_CString& v) { m_linkID = v; }
 
+    // The store's version of the record when it was read (empty for a record
+    // not read from a store). A save of an older version is refused, so one
+    // workstation never overwrites another's newer save.
+    const ACE_CString& GetVersion() const { return m_version; }
+    void SetVersion(const ACE_CString& v) { m_version = v; }
+
 private:
     ACE_CString m_patientKey;
     ACE_CString m_patientID;
@@ -161,4 +167,5 @@ private:
     ACE_CString m_emailAddress;
     ACE_CString m_comments;
     ACE_CString m_linkID;
+    ACE_CString m_version;
 };

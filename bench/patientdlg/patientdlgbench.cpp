@@ -1,0 +1,237 @@
+// The patient dialog over a large archive. Prints "name value" lines; times
+// in milliseconds.
+//
+//   patient_dialog_open_ms   median, creator call to the edit dialog shown and
+//                            painted, for a patient linked in 20 organizations
+//   patient_save_p95_ms      95th percentile of 50 saves of one correction:
+//                            OK clicked to the dialog ended, validation, the
+//                            save and the duplicate-candidate upkeep included
+//   patient_save_p50_ms      median of the same saves
+//   patient_save_linked_p95_ms  the same for the patient linked in 20
+//                            organizations (every linked record is saved too)
+//
+//   bravik-bench-patientdlg [--archive FILE] [--patients N] [--runs R] [--saves S]
+//
+// Without --archive a temporary archive is seeded with N patients (default
+// 1000000); with it, an existing archive is reused (seeded first when empty).
+// The bench's own organizations and patients are added once.
+
+#include "boundary/patientdlgcreator.h"
+#include "boundary/resource.h"
+#include "patient/patientdlg.h"
+
+#include <archive.h>
+#include <archivebuilder.h>
+#include <archivedb.h>
+#include <demoseeder.h>
+
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Statement.h>
+
+#include "cdialog.h"
+#include "modalrunner.h"
+
+#include <QApplication>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <unistd.h>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double Ms(Clock::time_point a, Clock::time_point b) { return std::chrono::duration<double, std::milli>(b - a).count(); }
+
+double Percentile(std::vector<double> v, double p)
+{
+    std::sort(v.begin(), v.end());
+    return v.empty() ? 0.0 : v[std::min(v.size() - 1, static_cast<size_t>(p * static_cast<double>(v.size())))];
+}
+
+// Stands in for the user: shows the dialog, notes when it is painted, then
+// runs the script (which may save) and cancels what is still open.
+class StopwatchRunner : public ModalRunner
+{
+public:
+    Clock::time_point ready;
+    std::function<void(CDialog&)> script;
+    int Run(CDialog& dlg) override
+    {
+        if (!dlg.EnsureInitDialog())
+            return dlg.GetModalResult();
+        dlg.show();
+        QApplication::processEvents();
+        ready = Clock::now();
+        if (script)
+            script(dlg);
+        if (!dlg.HasEnded())
+            dlg.EndDialog(IDCANCEL);
+        return dlg.GetModalResult();
+    }
+};
+
+std::string FindOrEmpty(ArchiveDb& db, const std::string& sql)
+{
+    SQLite::Statement q(db.Handle(), sql);
+    return q.executeStep() ? q.getColumn(0).getString() : std::string();
+}
+
+// The bench's patients: "BENCH-L" linked in 20 organizations of its own, and
+// "BENCH-S" alone. Made once per archive.
+void AddBenchPatients(ArchiveDb& db, std::string& linked, std::string& single)
+{
+    linked = FindOrEmpty(db, "SELECT patient_key FROM patients WHERE mrn = 'BENCH-L0'");
+    single = FindOrEmpty(db, "SELECT patient_key FROM patients WHERE mrn = 'BENCH-S'");
+    if (!linked.empty() && !single.empty())
+        return;
+    ArchiveBuilder build(db);
+    const std::string user = FindOrEmpty(db, "SELECT user_name FROM users WHERE is_default = 1");
+    std::string group;
+    for (int i = 0; i < 20; ++i) {
+        char id[16];
+        std::snprintf(id, sizeof id, "BENCH%02d", i + 1);
+        const std::string org = build.Org(id);
+        build.Grant(user, org, true, true, true);
+        ArchiveBuilder::PatientFields f;
+        f.orgKey = org;
+        f.mrn = "BENCH-L" + std::to_string(i);
+        f.last = "Benchmark";
+        f.first = "Linda";
+        f.city = "Springfield";
+        const std::string key = build.Patient(f);
+        if (i == 0) {
+            linked = key;
+            f.mrn = "BENCH-S";
+            f.first = "Sam";
+            single = build.Patient(f);
+        } else if (group.empty()) {
+            group = build.LinkGroup(linked, key);
+        } else {
+            build.AddToGroup(group, key);
+        }
+    }
+}
+
+std::vector<double> TimeOpens(StopwatchRunner& runner, const std::string& key, int runs)
+{
+    std::vector<double> times;
+    runner.script = nullptr;
+    for (int run = 0; run <= runs; ++run) {
+        TavCreator::PatientDlgCreator creator;
+        const auto start = Clock::now();
+        if (creator.DisplayPatientDlg(key.c_str(), nullptr) != IDCANCEL)
+            return {};
+        if (run > 0) // the first run warms caches and fonts
+            times.push_back(Ms(start, runner.ready));
+    }
+    return times;
+}
+
+// One correction per save (the middle name), OK to the dialog ended.
+std::vector<double> TimeSaves(StopwatchRunner& runner, const std::string& key, int saves)
+{
+    std::vector<double> times;
+    for (int run = 0; run <= saves; ++run) {
+        double ms = -1;
+        runner.script = [&](CDialog& dlg) {
+            auto& patient = dynamic_cast<PatientDlg&>(dlg);
+            auto* form = patient.findChild<CDialog*>(QStringLiteral("PatientDemographicsImpl"));
+            form->SetDlgItemText(IDC_PAT_MIDDLE, CString(("M" + std::to_string(run)).c_str()));
+            const auto start = Clock::now();
+            patient.OnOK();
+            if (dlg.HasEnded())
+                ms = Ms(start, Clock::now());
+        };
+        TavCreator::PatientDlgCreator creator;
+        if (creator.DisplayPatientDlg(key.c_str(), nullptr) != IDOK || ms < 0)
+            return {};
+        if (run > 0)
+            times.push_back(ms);
+    }
+    return times;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    std::string archivePath;
+    int patients = 1000000;
+    int runs = 15;
+    int saves = 50;
+    for (int i = 1; i < argc; ++i) {
+        const std::string a = argv[i];
+        if (a == "--archive" && i + 1 < argc)
+            archivePath = argv[++i];
+        else if (a == "--patients" && i + 1 < argc)
+            patients = std::max(1, std::atoi(argv[++i]));
+        else if (a == "--runs" && i + 1 < argc)
+            runs = std::max(1, std::atoi(argv[++i]));
+        else if (a == "--saves" && i + 1 < argc)
+            saves = std::max(1, std::atoi(argv[++i]));
+        else {
+            std::fprintf(stderr, "usage: %s [--archive FILE] [--patients N] [--runs R] [--saves S]\n", argv[0]);
+            return 2;
+        }
+    }
+    if (!std::getenv("QT_QPA_PLATFORM"))
+        setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    QApplication app(argc, argv);
+
+    const bool temporary = archivePath.empty();
+    if (temporary)
+        archivePath = (std::filesystem::temp_directory_path() /
+                       ("bravik-bench-patientdlg-" + std::to_string(getpid()) + ".db"))
+                          .string();
+    int exitCode = 0;
+    {
+        std::unique_ptr<Archive> archive = Archive::Open(archivePath);
+        if (archive->DefaultUser().empty() ||
+            archive->Db().Handle().execAndGet("SELECT COUNT(*) FROM patients").getInt64() == 0) {
+            SeedOptions options;
+            options.patients = patients;
+            const auto start = Clock::now();
+            DemoSeeder(archive->Db()).Seed(options);
+            std::printf("seed_ms %.1f\n", Ms(start, Clock::now()));
+        }
+        std::string linked, single;
+        AddBenchPatients(archive->Db(), linked, single);
+        if (!archive->InstallIntoSession(archive->DefaultUser())) {
+            std::fprintf(stderr, "the archive has no default user\n");
+            return 1;
+        }
+        std::printf("archive_patients %lld\n",
+                    static_cast<long long>(archive->Db().Handle().execAndGet("SELECT COUNT(*) FROM patients").getInt64()));
+
+        StopwatchRunner runner;
+        ModalRunner* previous = SetModalRunner(&runner);
+        const std::vector<double> opens = TimeOpens(runner, linked, runs);
+        const std::vector<double> singleSaves = TimeSaves(runner, single, saves);
+        const std::vector<double> linkedSaves = TimeSaves(runner, linked, std::max(1, saves / 5));
+        SetModalRunner(previous);
+        archive->Uninstall();
+        if (opens.empty() || singleSaves.empty() || linkedSaves.empty()) {
+            std::fprintf(stderr, "the patient dialog did not open or did not save\n");
+            exitCode = 1;
+        } else {
+            std::printf("patient_dialog_open_ms %.2f\n", Percentile(opens, 0.5));
+            std::printf("patient_save_p50_ms %.2f\n", Percentile(singleSaves, 0.5));
+            std::printf("patient_save_p95_ms %.2f\n", Percentile(singleSaves, 0.95));
+            std::printf("patient_save_linked_p95_ms %.2f\n", Percentile(linkedSaves, 0.95));
+        }
+    }
+    if (temporary) {
+        std::error_code ec;
+        for (const char* suffix : {"", "-wal", "-shm"})
+            std::filesystem::remove(archivePath + suffix, ec);
+    }
+    return exitCode;
+}
