@@ -141,7 +141,15 @@ TEST_F(RaceTest, AnEditOfAPatientMergedAwayMeanwhileIsRefusedAndNotAudited)
     PatientDetailRecord survivor = Load(Other().patients, target);
     Meanwhile([&] { return Other().patients.MergePatients(source.c_str(), &survivor, "Duplicate", {}); });
 
-    EXPECT_EQ(Patients().ModifyPatient(&edited), ArchiveResult::MergedAway);
+    // A refusal the clerk can act on: a readable reason, not a bare code.
+    try {
+        Patients().ModifyPatient(&edited);
+        ADD_FAILURE() << "the edit of a merged-away patient was not refused";
+    } catch (const Framework::Server& e) {
+        EXPECT_EQ(std::string(e.what()).rfind("This patient was merged into another patient on another workstation", 0),
+                  0u)
+            << e.what();
+    }
 
     EXPECT_EQ(Rows("audit", "event_code = 2"), 0);
     EXPECT_EQ(Rows("patients", "first_name = 'Edited'"), 0);
