@@ -116,6 +116,33 @@ TEST_F(RaceTest, TwoMergesOfOnePairInOppositeDirectionsKeepOnePatient)
     ExpectSound();
 }
 
+TEST_F(RaceTest, TheSameMergeFromTwoWorkstationsHappensOnce)
+{
+    const std::string source = In(m_north, "Smith"), target = In(m_north, "Smyth");
+    PatientDetailRecord theirs = Load(Other().patients, target);
+    PatientDetailRecord ours = Load(Patients(), target);
+    Meanwhile([&] { return Other().patients.MergePatients(source.c_str(), &theirs, "Duplicate", {}); });
+
+    EXPECT_EQ(Patients().MergePatients(source.c_str(), &ours, "Duplicate", {}), ArchiveResult::MergedAway);
+
+    EXPECT_EQ(Count("SELECT count(*) FROM merged_patients"), 1);
+    EXPECT_EQ(Rows("audit", "event_code = 4"), 1);
+    ExpectSound();
+}
+
+TEST_F(RaceTest, TwoDeletesOfOnePatientJournalOnce)
+{
+    const std::string patient = In(m_north, "Smith");
+    Build().Exam(patient);
+    Meanwhile([&] { return Other().patients.DeletePatient(patient.c_str(), "", "Entered in error"); });
+
+    EXPECT_EQ(Patients().DeletePatient(patient.c_str(), "", "Duplicate"), ArchiveResult::NotFound);
+
+    EXPECT_EQ(Count("SELECT count(*) FROM journal WHERE operation = 'delete-patient'"), 1);
+    EXPECT_EQ(Text("SELECT reason FROM journal WHERE operation = 'delete-patient'"), "Entered in error");
+    ExpectSound();
+}
+
 TEST_F(RaceTest, AMergeIntoAPatientDeletedMeanwhileIsRefusedAndKeepsTheSource)
 {
     const std::string source = In(m_north, "Smith"), target = In(m_north, "Smyth");
