@@ -23,9 +23,10 @@ int HFTabbedDlg::AddPage(BasePage* page, const CString& title)
     page->hide();
 
     auto* tab = new TabButton(this);
-    tab->Create(title.IsEmpty() ? page->GetTitle() : title, this, static_cast<UINT>(index + 1));
+    const CString name = title.IsEmpty() ? page->GetTitle() : title;
+    tab->Create(name, this, static_cast<UINT>(index + 1));
     connect(tab, &TabButton::clicked, this, [this, index] { SetActivePage(index); });
-    m_pages.push_back({page, tab});
+    m_pages.push_back({page, tab, name});
 
     if (m_active < 0) {
         m_active = index;
@@ -68,6 +69,16 @@ BOOL HFTabbedDlg::SetActivePage(int index)
     emit pageChanged(index);
     return TRUE;
 }
+
+int HFTabbedDlg::FindPage(const CString& tabName) const
+{
+    for (size_t i = 0; i < m_pages.size(); ++i)
+        if (m_pages[i].title == tabName)
+            return static_cast<int>(i);
+    return -1;
+}
+
+BOOL HFTabbedDlg::ActivatePage(const CString& tabName) { return SetActivePage(FindPage(tabName)); }
 
 CRect HFTabbedDlg::GetBodyRect() const
 {

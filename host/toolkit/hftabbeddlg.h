@@ -38,6 +38,11 @@ public:
     BasePage* GetActivePage() const { return GetPage(m_active); }
     // FALSE when the index is out of range or the active page refused to go.
     BOOL SetActivePage(int index);
+    // The page whose tab reads tabName (exactly); -1 when none.
+    int FindPage(const CString& tabName) const;
+    // Activates the page whose tab reads tabName; FALSE when there is none or
+    // the active page refused to go.
+    BOOL ActivatePage(const CString& tabName);
 
     CRect GetBodyRect() const override;
     void RecalcLayout() override;
@@ -53,6 +58,7 @@ private:
     {
         BasePage* page;
         TabButton* tab;
+        CString title;
     };
     std::vector<Entry> m_pages;
     int m_active = -1;

@@ -388,6 +388,30 @@ TEST(HFTabbedDlgTest, TabsSwitchPagesAndAPageMayRefuseToLeave)
     EXPECT_FALSE(frame.SetActivePage(5));
 }
 
+TEST(HFTabbedDlgTest, APageIsActivatedByItsTabName)
+{
+    QWidget parent;
+    HFTabbedDlg frame;
+    CountingPage first, second, third;
+    frame.Create(&parent, CRect(0, 0, 500, 400));
+    frame.AddPage(&first, "Demographics");
+    frame.AddPage(&second, "Contact Info");
+    frame.AddPage(&third, "Links");
+    parent.show();
+    frame.show();
+
+    EXPECT_EQ(2, frame.FindPage("Links"));
+    EXPECT_EQ(-1, frame.FindPage("links")); // the name must match exactly
+    EXPECT_TRUE(frame.ActivatePage("Contact Info"));
+    EXPECT_EQ(1, frame.GetActiveIndex());
+    EXPECT_TRUE(second.isVisible());
+    EXPECT_FALSE(frame.ActivatePage("Exam"));
+    EXPECT_EQ(1, frame.GetActiveIndex());
+    second.mayLeave = false;
+    EXPECT_FALSE(frame.ActivatePage("Demographics"));
+    EXPECT_EQ(1, frame.GetActiveIndex());
+}
+
 TEST(OstrelDlgTest, TheFrameCoversTheClientAreaAndFollowsIt)
 {
     DialogTemplate tpl;
