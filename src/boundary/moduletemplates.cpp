@@ -3,4 +3,5 @@
 void AddModuleTemplates(ModuleState& state)
 {
     AddReasonTemplates(state);
+    AddExamTemplates(state);
 }

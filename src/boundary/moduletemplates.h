@@ -9,3 +9,4 @@ void AddModuleTemplates(ModuleState& state);
 
 // One registration function per area, defined in that area.
 void AddReasonTemplates(ModuleState& state);
+void AddExamTemplates(ModuleState& state);

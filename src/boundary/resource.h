@@ -195,6 +195,7 @@ constexpr int IDC_PROVIDER_CONTACT_AREA = 50052;
 constexpr int IDC_PROVIDER_LABEL_FIRST = 50053; // two labels
 constexpr int IDC_LINKED_EXAMS_LIST = 50060;
 constexpr int IDC_REMOVE_FROM_LINK = 50061;
+constexpr int IDC_LINKED_EXAMS_AREA = 50062;
 
 // --- reasons (6000-6999, 600-699, 60000-60999)
 constexpr UINT IDS_REASON_EMPTY = 6000;
