@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QResizeEvent>
+#include <QTimer>
 
 namespace {
 // Template geometry (dialog units) the resize keeps: the list fills what the
@@ -67,7 +68,6 @@ BOOL PickerDlg::OnInitDialog()
     if (edit) {
         edit->SetWindowText(m_strSearch);
         edit->SetFocus();
-        edit->SetSel(0, -1);
     }
     Fill(m_source.Search(m_strSearch));
     // The focus stays in the search field: typing narrows the list at once.
@@ -160,6 +160,22 @@ LRESULT PickerDlg::OnRegisteredMessage(UINT msg, WPARAM wParam, LPARAM lParam)
         }
     }
     return CDialog::OnRegisteredMessage(msg, wParam, lParam);
+}
+
+void PickerDlg::showEvent(QShowEvent* event)
+{
+    CDialog::showEvent(event);
+    // Showing the dialog focuses the field as if tabbed to, which selects
+    // its text; the caret goes after it instead, so typing on narrows what
+    // the picker had.
+    // (after the window's activation, which gives the focus once more).
+    if (auto* edit = GetDlgItemAs<CEdit>(IDC_PICKER_SEARCH)) {
+        QLineEdit* line = edit->lineEdit();
+        QTimer::singleShot(0, line, [line] {
+            line->deselect();
+            line->end(false);
+        });
+    }
 }
 
 void PickerDlg::resizeEvent(QResizeEvent* event)

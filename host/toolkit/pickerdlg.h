@@ -66,6 +66,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     LRESULT OnRegisteredMessage(UINT msg, WPARAM wParam, LPARAM lParam) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     void OnSearchChanged();

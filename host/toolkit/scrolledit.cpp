@@ -20,6 +20,7 @@ void ScrollEdit::Register()
 
 ScrollEdit::ScrollEdit(QWidget* parent) : CEdit(parent, true)
 {
+    (void)g_registered;
     SetWantReturn(true);
     SetBorder(true);
     textEdit()->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);

@@ -50,3 +50,10 @@ bool HistoryPageImpl::ValidateAndSave()
     m_pExam->SetComments(m_strComments.GetString());
     return true;
 }
+
+ExamPageImpl* HistoryPage::MakeImpl()
+{
+    // The template names the scrolling edit's class.
+    ScrollEdit::Register();
+    return new HistoryPageImpl(m_pExam);
+}

@@ -38,7 +38,7 @@ public:
     explicit HistoryPage(ExamDataSet* exam) : m_pExam(exam) {}
 
 protected:
-    ExamPageImpl* MakeImpl() override { return new HistoryPageImpl(m_pExam); }
+    ExamPageImpl* MakeImpl() override;
 
 private:
     ExamDataSet* m_pExam;
