@@ -65,6 +65,10 @@ MainWindow::MainWindow(const QString& archivePath, const QString& userName, QWid
             showStatus(shown == 1 ? QStringLiteral("1 patient found.") : QStringLiteral("%1 patients found.").arg(shown));
     });
     connect(m_browser, &PatientBrowser::problem, this, &MainWindow::showStatus);
+    connect(m_browser, &PatientBrowser::examActivated, this, [this] {
+        if (QAction* edit = findChild<QAction*>(QStringLiteral("editExam")))
+            edit->trigger();
+    });
     connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::UpdateActions);
 
     resize(1180, 760);
@@ -193,6 +197,7 @@ void MainWindow::run(const WorkstationAction& action)
     context.study = m_browser->SelectedStudy();
     context.refresh = [this] { m_browser->Refresh(); };
     context.status = [this](const QString& text) { showStatus(text); };
+    context.selectExam = [this](const char* examKey) { m_browser->SelectExam(examKey); };
     // A shortcut can fire while its command is disabled for the selection.
     if ((action.needs == WorkstationAction::Needs::Patient && !context.patient) ||
         (action.needs == WorkstationAction::Needs::Exam && !context.exam) ||

@@ -158,6 +158,7 @@ PatientBrowser::PatientBrowser(QWidget* parent) : QWidget(parent)
         emit selectionChanged();
     });
     connect(m_studyList, &QTreeWidget::itemSelectionChanged, this, &PatientBrowser::selectionChanged);
+    connect(m_examList, &QTreeWidget::itemActivated, this, &PatientBrowser::examActivated);
 }
 
 PatientBrowser::~PatientBrowser() = default;
@@ -228,6 +229,13 @@ void PatientBrowser::Search()
 }
 
 void PatientBrowser::Refresh() { Search(); }
+
+void PatientBrowser::SelectExam(const char* examKey)
+{
+    for (size_t i = 0; i < m_exams.size(); ++i)
+        if (m_exams[i]->GetKey() == examKey)
+            m_examList->setCurrentItem(m_examList->topLevelItem(static_cast<int>(i)));
+}
 
 void PatientBrowser::fillPatients()
 {

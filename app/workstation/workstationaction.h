@@ -28,6 +28,8 @@ struct ActionContext
     std::function<void()> refresh;
     // A line for the status bar.
     std::function<void(const QString&)> status;
+    // After a refresh: selects the exam with this key in the exam list.
+    std::function<void(const char* examKey)> selectExam;
 };
 
 struct WorkstationAction
