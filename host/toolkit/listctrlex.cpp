@@ -410,9 +410,11 @@ void ListCtrlEx::resizeEvent(QResizeEvent* e)
 void ListCtrlEx::updateGeometries()
 {
     QTableView::updateGeometries();
-    // The table view sizes its margins for its own (hidden) headers; the
-    // search header needs its band back.
-    const int top = m_header ? m_header->GetHeaderHeight() : 0;
+    // The table view sizes its margins for its own headers: a list with its
+    // plain column titles keeps them; the search header needs its band back.
+    if (!m_header)
+        return;
+    const int top = m_header->GetHeaderHeight();
     if (viewportMargins().top() != top)
         setViewportMargins(0, top, 0, 0);
     placeHeader();

@@ -19,7 +19,7 @@ namespace {
 
 constexpr DWORD kReadOnly = ES_READONLY | ES_AUTOHSCROLL | WS_BORDER;
 
-DialogControl Label(int n, const StringTable& s, UINT text, int x, int y, int cx = 86)
+DialogControl Label(int n, const StringTable& s, UINT text, int x, int y, int cx = 72)
 {
     return {IDC_EXAM_LABEL_FIRST + n, "IDC_EXAM_LABEL", ControlKind::Static, s.Load(text), x, y + 2, cx, 10};
 }
@@ -41,10 +41,10 @@ DialogTemplate InfoTemplate(const StringTable& s)
 {
     // Two columns: the order's own data on the left, what the exam code
     // brings and the pickers on the right.
-    const int l = 10, lc = 96, r = 282, rc = 368, w = 160;
+    const int l = 8, lc = 80, r = 226, rc = 306, w = 140;
     return DialogTemplate{
         "",
-        540,
+        460,
         150,
         "Arial",
         9,
@@ -52,21 +52,21 @@ DialogTemplate InfoTemplate(const StringTable& s)
             Label(0, s, IDS_LBL_ORGANIZATION, l, 12),
             ReadOnly(IDC_EXAM_ORGANIZATION, "IDC_EXAM_ORGANIZATION", lc, 12, w),
             Label(1, s, IDS_LBL_PRIORITY, l, 30),
-            Custom(IDC_EXAM_PRIORITY, "IDC_EXAM_PRIORITY", ComboBox::ClassName, lc, 30, w, 120,
+            Custom(IDC_EXAM_PRIORITY, "IDC_EXAM_PRIORITY", ComboBox::ClassName, lc, 30, w, 13,
                    WS_TABSTOP | WS_VSCROLL),
             Label(2, s, IDS_LBL_ACCESSION, l, 48),
-            Custom(IDC_EXAM_ACCESSION, "IDC_EXAM_ACCESSION", Edit::ClassName, lc, 48, 110, 13,
+            Custom(IDC_EXAM_ACCESSION, "IDC_EXAM_ACCESSION", Edit::ClassName, lc, 48, 92, 13,
                    WS_TABSTOP | WS_BORDER | ES_AUTOHSCROLL),
-            {IDC_EXAM_GENERATE, "IDC_EXAM_GENERATE", ControlKind::PushButton, s.Load(IDS_GENERATE), lc + 114, 47, 46,
+            {IDC_EXAM_GENERATE, "IDC_EXAM_GENERATE", ControlKind::PushButton, s.Load(IDS_GENERATE), lc + 96, 47, 44,
              15, WS_TABSTOP},
             Label(3, s, IDS_LBL_STATUS, l, 66),
             ReadOnly(IDC_EXAM_STATUS, "IDC_EXAM_STATUS", lc, 66, w),
             Label(4, s, IDS_LBL_SCHEDULED, l, 84),
-            Custom(IDC_EXAM_SCHEDULED_DATE, "IDC_EXAM_SCHEDULED_DATE", DateTimeEditCtrl::ClassName, lc, 84, 94),
-            Custom(IDC_EXAM_SCHEDULED_TIME, "IDC_EXAM_SCHEDULED_TIME", TimeEditCtrl::ClassName, lc + 98, 84, 62),
+            Custom(IDC_EXAM_SCHEDULED_DATE, "IDC_EXAM_SCHEDULED_DATE", DateTimeEditCtrl::ClassName, lc, 84, 82),
+            Custom(IDC_EXAM_SCHEDULED_TIME, "IDC_EXAM_SCHEDULED_TIME", TimeEditCtrl::ClassName, lc + 86, 84, 54),
             Label(5, s, IDS_LBL_PERFORMED, l, 102),
-            Custom(IDC_EXAM_PERFORMED_DATE, "IDC_EXAM_PERFORMED_DATE", DateTimeEditCtrl::ClassName, lc, 102, 94),
-            Custom(IDC_EXAM_PERFORMED_TIME, "IDC_EXAM_PERFORMED_TIME", TimeEditCtrl::ClassName, lc + 98, 102, 62),
+            Custom(IDC_EXAM_PERFORMED_DATE, "IDC_EXAM_PERFORMED_DATE", DateTimeEditCtrl::ClassName, lc, 102, 82),
+            Custom(IDC_EXAM_PERFORMED_TIME, "IDC_EXAM_PERFORMED_TIME", TimeEditCtrl::ClassName, lc + 86, 102, 54),
             Label(6, s, IDS_LBL_EXAM_CODE, r, 12),
             Custom(IDC_EXAM_CODE, "IDC_EXAM_CODE", Picker::ClassName, rc, 12, w),
             Label(7, s, IDS_LBL_MODALITY, r, 30),
@@ -88,7 +88,7 @@ DialogTemplate HistoryTemplate(const StringTable& s)
 {
     auto group = [&](int n, UINT text, int y) {
         return DialogControl{IDC_HISTORY_GROUP_FIRST + n, "IDC_HISTORY_GROUP", ControlKind::GroupBox, s.Load(text),
-                             7, y, 526, 64};
+                             7, y, 500, 64};
     };
     return DialogTemplate{
         "",
@@ -98,11 +98,11 @@ DialogTemplate HistoryTemplate(const StringTable& s)
         9,
         {
             group(0, IDS_GRP_SIGNS, 4),
-            Custom(IDC_HISTORY_SIGNS, "IDC_HISTORY_SIGNS", ScrollEdit::ClassName, 14, 16, 512, 48),
+            Custom(IDC_HISTORY_SIGNS, "IDC_HISTORY_SIGNS", ScrollEdit::ClassName, 14, 16, 486, 48),
             group(1, IDS_GRP_HISTORY, 74),
-            Custom(IDC_HISTORY_HISTORY, "IDC_HISTORY_HISTORY", ScrollEdit::ClassName, 14, 86, 512, 48),
+            Custom(IDC_HISTORY_HISTORY, "IDC_HISTORY_HISTORY", ScrollEdit::ClassName, 14, 86, 486, 48),
             group(2, IDS_GRP_COMMENTS, 144),
-            Custom(IDC_HISTORY_COMMENTS, "IDC_HISTORY_COMMENTS", ScrollEdit::ClassName, 14, 156, 512, 48),
+            Custom(IDC_HISTORY_COMMENTS, "IDC_HISTORY_COMMENTS", ScrollEdit::ClassName, 14, 156, 486, 48),
         }};
 }
 
@@ -136,8 +136,8 @@ DialogTemplate LinksTemplate(const StringTable& s)
         9,
         {
             // The list is made in code over this area (the toolkit's list control).
-            Custom(IDC_LINKED_EXAMS_AREA, "IDC_LINKED_EXAMS_AREA", nullptr, 7, 7, 526, 180, 0),
-            {IDC_REMOVE_FROM_LINK, "IDC_REMOVE_FROM_LINK", ControlKind::PushButton, s.Load(IDS_REMOVE_FROM_LINK), 453,
+            Custom(IDC_LINKED_EXAMS_AREA, "IDC_LINKED_EXAMS_AREA", nullptr, 7, 7, 500, 180, 0),
+            {IDC_REMOVE_FROM_LINK, "IDC_REMOVE_FROM_LINK", ControlKind::PushButton, s.Load(IDS_REMOVE_FROM_LINK), 427,
              193, 80, 15, WS_TABSTOP},
         }};
 }

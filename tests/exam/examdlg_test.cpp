@@ -10,12 +10,17 @@
 #include "faultyservices.h"
 
 #include "errormanager.h"
+#include "examservice.h"
+#include "providerrecord.h"
 #include "orgoperationscollection.h"
 #include "serviceregistry.h"
 #include "session.h"
 
 #include "edit.h"
 #include "stringtable.h"
+#include "hftabbeddlg.h"
+
+#include <cctype>
 
 #include <QApplication>
 
@@ -40,8 +45,7 @@ TEST_F(ExamDlgTest, ANewExamForAPatientOpensCreateExamWithThreeTabsAndTheInfoTab
             EXPECT_EQ(dlg.width(), ExamDlg::kWidth);
             EXPECT_EQ(dlg.height(), ExamDlg::kHeight);
             form.Cancel();
-        },
-        "exam_create_info");
+        });
     TavCreator::ExamDlgCreator creator;
     EXPECT_EQ(creator.DisplayExamDlg(m_patient.c_str(), "", nullptr), IDCANCEL);
     EXPECT_STREQ(caption, "Create Exam");
@@ -62,8 +66,7 @@ TEST_F(ExamDlgTest, AnExistingExamOpensEditExamWithALinksTabAndAuditsTheOpeningW
             caption = dlg.GetWindowText();
             tabs = form.TabTitles();
             form.Cancel();
-        },
-        "exam_edit_info");
+        });
     TavCreator::ExamDlgCreator creator;
     EXPECT_EQ(creator.DisplayExamDlg(exam.c_str(), nullptr), IDCANCEL);
     EXPECT_STREQ(caption, "Edit Exam");
@@ -383,6 +386,49 @@ TEST_F(ExamDlgTest, TheServicesAreCalledInTheOrderOfTheAlgorithm)
     EXPECT_EQ(ops[0], "GetExamDataSet");
     EXPECT_EQ(ops[1], "GetPatient");
     EXPECT_EQ(ops.back(), "UpdateExam");
+}
+
+} // namespace
+
+namespace {
+
+// One picture per tab and mode (written only with BRAVIK_SCREENSHOTS set).
+TEST_F(ExamDlgTest, EveryTabCanBeShownInBothModes)
+{
+    const std::string a = SavedExam("ACC1"), b = SavedExam("ACC2");
+    LinkExams(a, b);
+    ExamDataSet e = Stored(a);
+    ProviderRecord doctor;
+    doctor.SetKey(m_doctor.c_str());
+    doctor.SetProviderType(ProviderRecord::eREFERRING);
+    e.AddProvider(doctor);
+    e.SetHistory("Fell off a ladder two days ago.");
+    ASSERT_EQ(Session::ServiceInstance()->GetExamService()->UpdateExam(&e), 0);
+    Db().Handle().exec("UPDATE providers SET address1 = '221 Hospital Rd', city = 'Princeton', state_code = 'NJ', "
+                       "postal_code = '08540', phone = '(555) 201-4455' WHERE provider_key = '" + m_doctor + "'");
+    for (const bool editing : {false, true}) {
+        std::vector<CString> shown;
+        user->OnNextDialog([&](CDialog& dlg) {
+            ExamForm form(dlg);
+            DialogDriver d(dlg);
+            const std::string mode = editing ? "edit" : "create";
+            for (const CString& title : form.TabTitles()) {
+                form.Dlg().GetFrame()->ActivatePage(title);
+                std::string name = "exam_" + mode + "_tab_" + std::string(title.GetString());
+                for (char& c : name)
+                    c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+                d.Screenshot(name.c_str());
+                shown.push_back(form.ActiveTab());
+            }
+            form.Cancel();
+        });
+        TavCreator::ExamDlgCreator creator;
+        if (editing)
+            creator.DisplayExamDlg(a.c_str(), nullptr);
+        else
+            creator.DisplayExamDlg(m_patient.c_str(), "", nullptr);
+        EXPECT_EQ(shown.size(), editing ? 4u : 3u);
+    }
 }
 
 } // namespace

@@ -75,8 +75,7 @@ TEST_F(ExamPagesTest, TheHistoryTextsAreHeldToTheirLimitsAndSaved)
                 ::TypeText(edit, QString(limit + 5, QChar('x')).left(limit - 2) + "abcdefg");
             }
             form.ClickOK();
-        },
-        "exam_edit_history");
+        });
     const ExamDataSet saved = Stored(exam);
     EXPECT_EQ(saved.GetSignsAndSymptoms().length(), 255u);
     EXPECT_EQ(saved.GetHistory().length(), 1024u);
@@ -137,8 +136,7 @@ TEST_F(ExamPagesTest, TheReferringPhysicianIsShownWithIdAddressAndWorkPhone)
             address = contact->GetAddress();
             phone = contact->GetWPhone();
             form.Cancel();
-        },
-        "exam_edit_providers");
+        });
     EXPECT_STREQ(name, "House^Gregory");
     EXPECT_STREQ(id, "PRV1");
     EXPECT_EQ(address.Find("1 Main St"), 0);
@@ -255,8 +253,7 @@ TEST_F(ExamPagesTest, TheLinksTabListsTheOtherExamsOfTheGroupInFiveColumns)
             for (int r = 0; r < list->GetItemCount(); ++r)
                 accessions.push_back(list->GetSubItemAt(r, 0)->GetText());
             form.Cancel();
-        },
-        "exam_edit_links");
+        });
     EXPECT_EQ(titles, (std::vector<CString>{"Accession #: ", "Exam Code", "Exam Description", "Modality", "Body Part"}));
     EXPECT_EQ(accessions, (std::vector<CString>{"ACC2", "ACC3"}));
 }

@@ -225,7 +225,7 @@ TEST_F(PickersTest, ADoubleClickTakesTheRow)
     user->OnNextDialog([](CDialog& dlg) {
         PickerForm p(dlg);
         ListCtrlEx* list = p.Dlg().GetList();
-        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->GetItemRect(1).toQRect().center());
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(1, 0)).center());
     });
     Chosen<ExamCodeRecord> chosen;
     EXPECT_TRUE(PickersInterface().SelectExamCodes(CodeParams("CTHEAD"), nullptr, chosen.items));
