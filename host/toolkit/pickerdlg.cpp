@@ -80,6 +80,13 @@ CString PickerDlg::GetNote() const
     return note ? note->GetWindowText() : CString();
 }
 
+void PickerDlg::Search(const CString& text)
+{
+    if (auto* edit = GetDlgItemAs<CEdit>(IDC_PICKER_SEARCH))
+        edit->SetWindowText(text);
+    OnSearchChanged();
+}
+
 void PickerDlg::OnSearchChanged()
 {
     if (auto* edit = GetDlgItemAs<CEdit>(IDC_PICKER_SEARCH))

@@ -59,6 +59,8 @@ public:
     const std::vector<int>& GetChosenRows() const { return m_chosen; }
     ListCtrlEx* GetList() const { return m_pList; }
     CString GetNote() const;
+    // Puts text in the search field and shows its matches, as typing it would.
+    void Search(const CString& text);
 
     static DialogTemplate MakeTemplate(const CString& caption);
 
