@@ -75,12 +75,11 @@ BOOL LinkExamsImpl::OnInitDialog()
 
 void LinkExamsImpl::AddColumns()
 {
-    // Five equal columns: the width times 2/5, halved, is a fifth.
-    const int width = m_pList->viewport()->width() * 2 / 5 / 2;
-    const double fraction = 0.2;
+    // Five equal columns, a fifth of the list's width each. The first title
+    // keeps the trailing colon and blank of the shared text.
     for (UINT title : {IDS_ACCESSION_PREFIX, IDS_COL_EXAM_CODE, IDS_COL_EXAM_DESCRIPTION, IDS_COL_MODALITY,
                        IDS_COL_BODY_PART})
-        m_pList->AddColumn(Column(LoadString(title), fraction, width > 0 ? 0 : 0));
+        m_pList->AddColumn(Column(LoadString(title), 0.2));
 }
 
 void LinkExamsImpl::FillList()
@@ -91,8 +90,8 @@ void LinkExamsImpl::FillList()
         if (exams)
             exams->GetLinkedExams(m_pExam->GetKey(), m_pExam->GetOrganizationKey(), found);
     } catch (const std::exception& e) {
-        for (ExamDataSet* e2 : found)
-            delete e2;
+        for (ExamDataSet* partial : found)
+            delete partial;
         AfxMessageBox(Format(IDS_ERR_GET_LINKED_EXAMS, e.what()));
         EnableRemove(false);
         return;
