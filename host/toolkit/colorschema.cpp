@@ -8,6 +8,7 @@ ColorSchema& ColorSchema::Instance()
 
 COLORREF ColorSchema::GetDialogBkColor() const { return RGB(0xE6, 0xEB, 0xF0); }
 COLORREF ColorSchema::GetHeaderBkColor() const { return RGB(0xDA, 0xE1, 0xE9); }
+COLORREF ColorSchema::GetShortcutBarBkColor() const { return RGB(0xC8, 0xD5, 0xE3); }
 COLORREF ColorSchema::GetFooterBkColor() const { return RGB(0xE6, 0xEB, 0xF0); }
 COLORREF ColorSchema::GetPageBkColor() const { return RGB(0xF6, 0xF8, 0xFA); }
 COLORREF ColorSchema::GetFrameBorderColor() const { return RGB(0xB4, 0xBF, 0xCB); }

@@ -23,6 +23,9 @@ public:
     // Frames: the dialog behind everything, the bands, the page body.
     COLORREF GetDialogBkColor() const;
     COLORREF GetHeaderBkColor() const;
+    // The band of a record dialog's header (patient, exam): a shade deeper
+    // than the plain header, so the summary reads as the record's own.
+    COLORREF GetShortcutBarBkColor() const;
     COLORREF GetFooterBkColor() const;
     COLORREF GetPageBkColor() const;
     COLORREF GetFrameBorderColor() const;

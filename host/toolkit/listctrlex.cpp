@@ -410,11 +410,11 @@ void ListCtrlEx::resizeEvent(QResizeEvent* e)
 void ListCtrlEx::updateGeometries()
 {
     QTableView::updateGeometries();
-    // The table view sizes its margins for its own headers: a list with its
-    // plain column titles keeps them; the search header needs its band back.
-    if (!m_header)
-        return;
-    const int top = m_header->GetHeaderHeight();
+    // The table view sizes its margins for its own headers; the search header
+    // needs its band instead. A plain list keeps the band of its column titles
+    // while they show.
+    const bool titles = !m_header && !horizontalHeader()->isHidden();
+    const int top = m_header ? m_header->GetHeaderHeight() : (titles ? horizontalHeader()->sizeHint().height() : 0);
     if (viewportMargins().top() != top)
         setViewportMargins(0, top, 0, 0);
     placeHeader();

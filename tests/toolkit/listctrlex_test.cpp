@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QHeaderView>
 #include <QPainter>
 #include <QTest>
 
@@ -62,6 +63,20 @@ TEST_F(ListCtrlExTest, InsertsRowsAtTheEndOrAtAnIndexAndKeepsItemData)
     EXPECT_EQ(99u, list->GetItemData(1));
     // The model shows the same texts (what accessibility reads).
     EXPECT_EQ(QString("b0"), list->model()->index(1, 1).data().toString());
+}
+
+TEST_F(ListCtrlExTest, APlainListShowsItsColumnTitlesAboveTheFirstRow)
+{
+    list->InsertItem(TextRow({"a", "b", "c"}));
+    QHeaderView* titles = list->horizontalHeader();
+    ASSERT_FALSE(titles->isHidden());
+    EXPECT_EQ(QString("A"), list->model()->headerData(0, Qt::Horizontal).toString());
+    EXPECT_GT(titles->height(), 0);
+    // The rows start below the titles, not behind them.
+    EXPECT_GE(list->viewport()->geometry().top(), titles->geometry().bottom());
+    titles->hide();
+    list->UpdateHeaderLayout();
+    EXPECT_LE(list->viewport()->geometry().top(), list->frameWidth());
 }
 
 TEST_F(ListCtrlExTest, CellsArePlacedByTheirOwnColumnAndMissingOnesStayEmpty)
