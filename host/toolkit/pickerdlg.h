@@ -47,7 +47,7 @@ class BRAVIK_TOOLKIT_EXPORT PickerDlg : public CDialog
     Q_OBJECT
 public:
     // Rows shown at most; more matches ask the user to type more.
-    static constexpr int kMaxRows = 200;
+    static constexpr int kMaxRows = 60;
 
     PickerDlg(PickerSource& source, const CString& searchText, CWnd* parent = nullptr);
     ~PickerDlg() override;
