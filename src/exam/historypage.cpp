@@ -6,6 +6,8 @@
 
 #include "scrolledit.h"
 
+#include <QResizeEvent>
+
 namespace {
 
 struct Field
@@ -37,6 +39,20 @@ BOOL HistoryPageImpl::OnInitDialog()
         }
     }
     return TRUE;
+}
+
+void HistoryPageImpl::resizeEvent(QResizeEvent* event)
+{
+    ExamPageImpl::resizeEvent(event);
+    const int margin = Units().ToPixelsX(7);
+    const int inset = Units().ToPixelsX(7);
+    const int width = event->size().width() - 2 * margin;
+    for (int i = 0; i < 3; ++i) {
+        if (CWnd* group = GetDlgItem(IDC_HISTORY_GROUP_FIRST + i))
+            group->setGeometry(margin, group->y(), width, group->height());
+        if (CWnd* edit = GetDlgItem(kFields[i].id))
+            edit->setGeometry(margin + inset, edit->y(), width - 2 * inset, edit->height());
+    }
 }
 
 bool HistoryPageImpl::ValidateAndSave()

@@ -25,6 +25,10 @@ public:
     // Takes the three texts from the controls into the exam; always true.
     bool ValidateAndSave() override;
 
+protected:
+    // The boxes follow the page's width; their heights are the template's.
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     CString m_strSigns;
     CString m_strHistory;
