@@ -70,8 +70,7 @@ TEST_F(ExamArchiveTest, AnExamTakenOutOfItsLinkGroupIsSavedAsItNowStands)
     user->ExpectMessage("Are you sure you want to remove the current link for the exam? ACC1", IDYES);
     user->OnNextDialog([](CDialog& dlg) {
         ExamForm form(dlg);
-        form.Tab(IDS_TAB_LINKS);
-        DialogDriver(dlg).Click(IDC_REMOVE_FROM_LINK);
+        form.RemoveFromLink();
         form.ClickOK();
     });
     ASSERT_EQ(creator.DisplayExamDlg(a.c_str(), nullptr), IDOK);

@@ -209,6 +209,20 @@ ScriptedUser::DialogScript FillNewExam(const QString& accession)
     };
 }
 
+// Fills a new exam as ACC1 and presses OK; true when the dialog stayed open
+// (it is then cancelled).
+bool RunNewExamOk(ScriptedUser& user, const std::string& patient)
+{
+    bool ended = true;
+    user.OnNextDialog([&](CDialog& dlg) {
+        FillNewExam("ACC1")(dlg);
+        ended = dlg.GetModalResult() != -1;
+        ExamForm(dlg).Cancel();
+    });
+    TavCreator::ExamDlgCreator creator;
+    return creator.DisplayExamDlg(patient.c_str(), "", nullptr) == IDCANCEL && !ended;
+}
+
 TEST_F(ExamDlgTest, AnAccessionNumberOfTwentyCharactersIsAcceptedOnCreate)
 {
     user->OnNextDialog(FillNewExam(QString(20, QChar('7'))));
@@ -268,15 +282,7 @@ TEST_F(ExamDlgTest, ANonZeroAnswerFromTheServiceLeavesTheDialogOpenWithoutAMessa
 {
     FaultyServices faulty;
     faulty.faults.FailOn("CreateExam", 7);
-    bool ended = true;
-    user->OnNextDialog([&](CDialog& dlg) {
-        FillNewExam("ACC1")(dlg);
-        ended = dlg.GetModalResult() != -1;
-        ExamForm(dlg).Cancel();
-    });
-    TavCreator::ExamDlgCreator creator;
-    EXPECT_EQ(creator.DisplayExamDlg(m_patient.c_str(), "", nullptr), IDCANCEL);
-    EXPECT_FALSE(ended);
+    EXPECT_TRUE(RunNewExamOk(*user, m_patient));
     EXPECT_TRUE(user->Messages().empty());
     EXPECT_EQ(Count("SELECT count(*) FROM exams"), 0);
 }
@@ -287,15 +293,7 @@ TEST_F(ExamDlgTest, AThrownCreateIsReportedWithItsReasonAfterTellingTheErrorMana
     faulty.faults.ThrowOn("CreateExam", "the archive is busy");
     Framework::ErrorManager::Instance().ResetCounters();
     user->ExpectMessage("Error creating exam with Accession Number ACC1.  Reason: the archive is busy");
-    bool ended = true;
-    user->OnNextDialog([&](CDialog& dlg) {
-        FillNewExam("ACC1")(dlg);
-        ended = dlg.GetModalResult() != -1;
-        ExamForm(dlg).Cancel();
-    });
-    TavCreator::ExamDlgCreator creator;
-    EXPECT_EQ(creator.DisplayExamDlg(m_patient.c_str(), "", nullptr), IDCANCEL);
-    EXPECT_FALSE(ended);
+    EXPECT_TRUE(RunNewExamOk(*user, m_patient));
     EXPECT_EQ(Framework::ErrorManager::Instance().GetCommunicationSuccessCount(), 1);
 }
 

@@ -202,6 +202,12 @@ void ExamForm::TypeText(int id, const QString& text) const
     ::ReplaceText(target, text);
 }
 
+void ExamForm::RemoveFromLink() const
+{
+    Tab(IDS_TAB_LINKS);
+    DialogDriver(m_dlg).Click(IDC_REMOVE_FROM_LINK);
+}
+
 bool ExamForm::OKEnabled() const { return m_dlg.GetFooter()->GetOKButton().isEnabled(); }
 void ExamForm::ClickOK() const { ClickButton(&m_dlg.GetFooter()->GetOKButton()); }
 void ExamForm::Cancel() const { ClickButton(&m_dlg.GetFooter()->GetCancelButton()); }

@@ -83,6 +83,8 @@ public:
     // F4 in the picker's field: the chooser opens (script it first).
     void Pick(int id) const;
     void TypeText(int id, const QString& text) const;
+    // The Links tab's "Remove From Link".
+    void RemoveFromLink() const;
 
     bool OKEnabled() const;
     void ClickOK() const;

@@ -53,6 +53,13 @@ protected:
         EXPECT_EQ(Session::ServiceInstance()->GetExamService()->UpdateExam(&e), 0);
         return exam;
     }
+    // ACC1, linked with ACC2; returns ACC1's key.
+    std::string LinkedPair()
+    {
+        const std::string a = SavedExam("ACC1"), b = SavedExam("ACC2");
+        LinkExams(a, b);
+        return a;
+    }
     TavCreator::ExamDlgCreator creator;
 };
 
@@ -260,14 +267,11 @@ TEST_F(ExamPagesTest, TheLinksTabListsTheOtherExamsOfTheGroupInFiveColumns)
 
 TEST_F(ExamPagesTest, RemoveFromLinkAnsweredNoChangesNothing)
 {
-    const std::string a = SavedExam("ACC1"), b = SavedExam("ACC2");
-    LinkExams(a, b);
-    const auto before = Snapshot();
+    const std::string a = LinkedPair();
     user->ExpectMessage("Are you sure you want to remove the current link for the exam? ACC1", IDNO);
     RunEdit(a, [&](CDialog& dlg) {
         ExamForm form(dlg);
-        form.Tab(IDS_TAB_LINKS);
-        DialogDriver(dlg).Click(IDC_REMOVE_FROM_LINK);
+        form.RemoveFromLink();
         form.Cancel();
     });
     EXPECT_EQ(Stored(a).GetLinkedFlag(), "true");
@@ -284,8 +288,7 @@ TEST_F(ExamPagesTest, RemoveFromLinkTakesTheExamOutEmptiesTheListAndReloadsTheEx
     user->ExpectMessage("Are you sure you want to remove the current link for the exam? ACC1", IDYES);
     RunEdit(a, [&](CDialog& dlg) {
         ExamForm form(dlg);
-        form.Tab(IDS_TAB_LINKS);
-        DialogDriver(dlg).Click(IDC_REMOVE_FROM_LINK);
+        form.RemoveFromLink();
         rows = DialogDriver(dlg).ItemAs<ListCtrlEx>(IDC_LINKED_EXAMS_LIST)->GetItemCount();
         enabled = form.Enabled(IDC_REMOVE_FROM_LINK);
         flag = form.Exam().GetLinkedFlag();
@@ -301,8 +304,7 @@ TEST_F(ExamPagesTest, RemoveFromLinkTakesTheExamOutEmptiesTheListAndReloadsTheEx
 
 TEST_F(ExamPagesTest, UnlinkingAReadExamAsksTheCatalogueWarningToo)
 {
-    const std::string a = SavedExam("ACC1"), b = SavedExam("ACC2");
-    LinkExams(a, b);
+    const std::string a = LinkedPair();
     ExamDataSet e = Stored(a);
     e.SetMarkedRead(true);
     ASSERT_EQ(Session::ServiceInstance()->GetExamService()->UpdateExam(&e), 0);
@@ -312,8 +314,7 @@ TEST_F(ExamPagesTest, UnlinkingAReadExamAsksTheCatalogueWarningToo)
     user->ExpectMessage(warning, IDNO);
     RunEdit(a, [&](CDialog& dlg) {
         ExamForm form(dlg);
-        form.Tab(IDS_TAB_LINKS);
-        DialogDriver(dlg).Click(IDC_REMOVE_FROM_LINK);
+        form.RemoveFromLink();
         form.Cancel();
     });
     EXPECT_EQ(Stored(a).GetLinkedFlag(), "true");
@@ -321,8 +322,7 @@ TEST_F(ExamPagesTest, UnlinkingAReadExamAsksTheCatalogueWarningToo)
 
 TEST_F(ExamPagesTest, AFailedLinkedExamsQueryIsReportedAndTheButtonDisabled)
 {
-    const std::string a = SavedExam("ACC1"), b = SavedExam("ACC2");
-    LinkExams(a, b);
+    const std::string a = LinkedPair();
     FaultyServices faulty;
     faulty.faults.ThrowOn("GetLinkedExams", "no route to server");
     bool enabled = true;
@@ -338,8 +338,7 @@ TEST_F(ExamPagesTest, AFailedLinkedExamsQueryIsReportedAndTheButtonDisabled)
 
 TEST_F(ExamPagesTest, AFailedUnlinkIsReportedAndNothingElseHappens)
 {
-    const std::string a = SavedExam("ACC1"), b = SavedExam("ACC2");
-    LinkExams(a, b);
+    const std::string a = LinkedPair();
     FaultyServices faulty;
     faulty.faults.ThrowOn("UnLinkExam", "locked");
     int rows = 0;
@@ -347,8 +346,7 @@ TEST_F(ExamPagesTest, AFailedUnlinkIsReportedAndNothingElseHappens)
     user->ExpectMessage("Error unlinking exam with Accession Number ACC1.  Reason: locked");
     RunEdit(a, [&](CDialog& dlg) {
         ExamForm form(dlg);
-        form.Tab(IDS_TAB_LINKS);
-        DialogDriver(dlg).Click(IDC_REMOVE_FROM_LINK);
+        form.RemoveFromLink();
         rows = DialogDriver(dlg).ItemAs<ListCtrlEx>(IDC_LINKED_EXAMS_LIST)->GetItemCount();
         form.Cancel();
     });
@@ -358,16 +356,14 @@ TEST_F(ExamPagesTest, AFailedUnlinkIsReportedAndNothingElseHappens)
 
 TEST_F(ExamPagesTest, AFailedReloadAfterTheUnlinkIsReportedAsAnUpdateError)
 {
-    const std::string a = SavedExam("ACC1"), b = SavedExam("ACC2");
-    LinkExams(a, b);
+    const std::string a = LinkedPair();
     FaultyServices faulty;
     faulty.faults.ThrowOn("GetExamDataSet", "gone", 2);
     user->ExpectMessage("Are you sure you want to remove the current link for the exam? ACC1", IDYES);
     user->ExpectMessage("Error updating exam with Accession Number ACC1.  Reason: gone");
     RunEdit(a, [&](CDialog& dlg) {
         ExamForm form(dlg);
-        form.Tab(IDS_TAB_LINKS);
-        DialogDriver(dlg).Click(IDC_REMOVE_FROM_LINK);
+        form.RemoveFromLink();
         form.Cancel();
     });
     EXPECT_EQ(Stored(a).GetLinkedFlag(), "false");
