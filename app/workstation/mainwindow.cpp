@@ -66,11 +66,15 @@ MainWindow::MainWindow(const QString& archivePath, const QString& userName, QWid
             showStatus(shown == 1 ? QStringLiteral("1 patient found.") : QStringLiteral("%1 patients found.").arg(shown));
     });
     connect(m_browser, &PatientBrowser::problem, this, &MainWindow::showStatus);
-    // Enter or a double click on a patient edits it.
+    // Enter or a double click on a patient edits it, on an exam edits the exam.
     connect(m_browser, &PatientBrowser::patientActivated, this, [this] {
         for (const WorkstationAction& a : m_actions)
             if (a.id == QLatin1String("editPatient"))
                 run(a);
+    });
+    connect(m_browser, &PatientBrowser::examActivated, this, [this] {
+        if (QAction* edit = findChild<QAction*>(QStringLiteral("editExam")))
+            edit->trigger();
     });
     connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::UpdateActions);
 
@@ -206,6 +210,7 @@ void MainWindow::run(const WorkstationAction& action)
     context.refresh = [this] { m_browser->Refresh(); };
     context.status = [this](const QString& text) { showStatus(text); };
     context.showPatient = [this](const PatientDetailRecord& patient) { m_browser->ShowPatient(patient); };
+    context.selectExam = [this](const char* examKey) { m_browser->SelectExam(examKey); };
     // A shortcut can fire while its command is disabled for the selection.
     if ((action.needs == WorkstationAction::Needs::Patient && !context.patient) ||
         (action.needs == WorkstationAction::Needs::Exam && !context.exam) ||

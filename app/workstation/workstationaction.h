@@ -33,6 +33,8 @@ struct ActionContext
     std::function<void(const QString&)> status;
     // Shows the patient in the browser and selects it (after a save).
     std::function<void(const PatientDetailRecord&)> showPatient;
+    // After a refresh: selects the exam with this key in the exam list.
+    std::function<void(const char* examKey)> selectExam;
 };
 
 struct WorkstationAction

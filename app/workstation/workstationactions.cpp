@@ -5,6 +5,7 @@
 
 #include "boundary/bravikapp.h"
 #include "boundary/deleteexamparamdlgcreator.h"
+#include "boundary/examdlgcreator.h"
 #include "boundary/detachstudyparamdlgcreator.h"
 #include "boundary/patientdeleteparamdlgcreator.h"
 #include "boundary/patientdlgcreator.h"
@@ -124,6 +125,36 @@ void UnlinkPatient(ActionContext& c)
                  .arg(name, Q(p.GetPatientID()), Q(p.GetOrganizationID())));
 }
 
+// The exam dialog saves the exam itself; the list then shows it selected.
+void ShowSavedExam(ActionContext& c, const TavCreator::ExamDlgCreator& creator, const QString& verb)
+{
+    const ExamDataSet* saved = creator.GetExamDataSet();
+    c.refresh();
+    if (!saved)
+        return;
+    if (c.selectExam)
+        c.selectExam(saved->GetKey().c_str());
+    c.status(QStringLiteral("%1 exam %2").arg(verb, Q(saved->GetAccessionNumber())));
+}
+
+void NewExam(ActionContext& c)
+{
+    TavCreator::ExamDlgCreator creator;
+    if (creator.DisplayExamDlg(c.patient->GetPatientKey().c_str(), "", c.parent) == 1)
+        ShowSavedExam(c, creator, QStringLiteral("Created"));
+}
+
+void EditExam(ActionContext& c)
+{
+    TavCreator::ExamDlgCreator creator;
+    const ACE_CString patientKey = c.exam->GetPatientKey();
+    const ACE_CString examKey = c.exam->GetKey();
+    if (creator.DisplayExamDlg(patientKey.c_str(), examKey.c_str(), c.parent) == 1)
+        ShowSavedExam(c, creator, QStringLiteral("Saved"));
+    else
+        c.refresh(); // an unlink on the Links tab changes the list even when cancelled
+}
+
 void DeleteOrCancelExam(ActionContext& c, TavCreator::eDLGCODE mode)
 {
     const ExamDataSet& e = *c.exam;
@@ -207,6 +238,11 @@ std::vector<WorkstationAction> WorkstationActions()
          QKeySequence(), Needs::Patient, UnlinkPatient, UserRights::eLINK_PATIENT},
         {QStringLiteral("deletePatient"), QStringLiteral("&Patient"), QStringLiteral("&Delete Patient..."),
          QKeySequence(Qt::CTRL | Qt::Key_Delete), Needs::Patient, DeletePatient, UserRights::eCREATE_PATIENT},
+        {QStringLiteral("newExam"), QStringLiteral("&Exam"), QStringLiteral("&New Exam..."),
+         QKeySequence(Qt::CTRL | Qt::Key_E), Needs::Patient, NewExam, UserRights::eEDIT_EXAM},
+        // Enter or a double click on an exam runs it too (the exam list's activation).
+        {QStringLiteral("editExam"), QStringLiteral("&Exam"), QStringLiteral("&Edit Exam..."), QKeySequence(),
+         Needs::Exam, EditExam, UserRights::eEDIT_EXAM},
         {QStringLiteral("deleteExam"), QStringLiteral("&Exam"), QStringLiteral("&Delete Exam..."),
          QKeySequence(Qt::SHIFT | Qt::Key_Delete), Needs::Exam,
          [](ActionContext& c) { DeleteOrCancelExam(c, TavCreator::DELETE_EXAM); }, UserRights::eDELETE_EXAM},

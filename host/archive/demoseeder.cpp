@@ -1,4 +1,5 @@
 #include "demoseeder.h"
+#include "referenceseeder.h"
 
 #include "archivedb.h"
 #include "candidatestore.h"
@@ -437,6 +438,7 @@ struct DemoSeeder::Impl
             res.bind(4, r.modality);
             db.Write(res);
         }
+        SeedReferenceVolume(db, keys, ReferenceVolume());
         LoadOrgs();
     }
 

@@ -475,7 +475,27 @@ CREATE TRIGGER patients_version_on_save AFTER UPDATE OF modified ON patients
 BEGIN UPDATE patients SET version = OLD.version + 1 WHERE patient_key = NEW.patient_key; END;
 )SQL";
 
-const char* const kMigrations[] = {kV1, kV2, kV3, kV4, kV5, kV6, kV7};
+// ---- exam dialog: pickers and saves --------------------------------------
+// The pickers look dictionaries up by a typed prefix, ignoring case: each
+// searched column gets an index in that collation, so a prefix is a range
+// read however large the dictionary. Providers are looked up by name.
+// An exam's version (0 while it has no row here) is raised by every save, so
+// a save made from a stale copy (another workstation saved in between) can be
+// refused. Every statement may run again on an archive that has them.
+const char* const kV8 = R"SQL(
+CREATE INDEX IF NOT EXISTS exam_codes_by_code ON exam_codes(code COLLATE NOCASE);
+CREATE INDEX IF NOT EXISTS exam_code_modifiers_by_code ON exam_code_modifiers(code COLLATE NOCASE);
+CREATE INDEX IF NOT EXISTS locations_by_id ON locations(location_id COLLATE NOCASE);
+CREATE INDEX IF NOT EXISTS performing_resources_by_id ON performing_resources(resource_id COLLATE NOCASE);
+CREATE INDEX IF NOT EXISTS providers_by_name ON providers(last_name COLLATE NOCASE, first_name COLLATE NOCASE);
+CREATE TABLE IF NOT EXISTS exam_versions (
+  exam_key TEXT PRIMARY KEY REFERENCES exams(exam_key) ON DELETE CASCADE,
+  version INTEGER NOT NULL
+);
+)SQL";
+// ---- end of the exam dialog's block ----------------------------------------
+
+const char* const kMigrations[] = {kV1, kV2, kV3, kV4, kV5, kV6, kV7, kV8};
 
 } // namespace
 

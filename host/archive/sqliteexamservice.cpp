@@ -12,6 +12,9 @@
 
 #include <SQLiteCpp/Statement.h>
 
+#include <server.h>
+
+#include <cstdio>
 #include <memory>
 
 namespace {
@@ -35,7 +38,8 @@ const char* const kExamColumns =
     "SELECT exam_key, patient_key, org_key, accession, priority_code, status_code, scheduled_dt, performed_dt, "
     "exam_code, exam_code_key, modality, body_part, description, performing_resource_key, performing_resource_id, "
     "ordering_location_key, ordering_location_id, signs_symptoms, history, comments, marked_read, "
-    "link_group IS NOT NULL FROM exams ";
+    "link_group IS NOT NULL, "
+    "coalesce((SELECT version FROM exam_versions v WHERE v.exam_key = exams.exam_key), 0) FROM exams ";
 
 // The editable columns, in bind order.
 const char* const kEditable =
@@ -65,6 +69,13 @@ int BindEditable(SQLite::Statement& st, const ExamDataSet& e, const std::string&
     st.bind(i++, S(e.GetComments()));
     st.bind(i++, e.IsMarkedRead() ? 1 : 0);
     return i;
+}
+
+// A refusal the user can act on: raised as the framework's server exception
+// so the dialog shows the reason; the open transaction rolls back.
+[[noreturn]] void Refuse(int code, const std::string& reason)
+{
+    throw Framework::Server(reason, code);
 }
 
 } // namespace
@@ -127,6 +138,7 @@ int SqliteExamService::Read(const std::string& key, ExamDataSet& e)
     e.SetComments(q.getColumn(19).getText());
     e.SetMarkedRead(q.getColumn(20).getInt() != 0);
     e.SetLinkedFlag(q.getColumn(21).getInt() != 0 ? "true" : "false");
+    e.SetVersion(q.getColumn(22).getInt64());
     q.reset();
 
     auto& p = m_ctx.Db().Prepare("SELECT provider_key, provider_type, provider_id, org_key, dicom_name, work_phone "
@@ -270,16 +282,9 @@ int SqliteExamService::CreateExam(ExamDataSet* exam, ACE_CString& newExamKey)
         const auto org = m_ctx.OrgByKeyOrId(given.empty() ? patientOrg : given);
         if (!org || org->key != patientOrg)
             return ArchiveResult::InvalidArgument;
-        const std::string status = org->newExamStatus.empty() ? S(exam->GetStatusCode()) : org->newExamStatus;
-
         m_ctx.RequireRight(Right::EditExams, org->key);
-        auto& dup = db.Prepare("SELECT 1 FROM exams WHERE org_key = ? AND accession = ?");
-        dup.bind(1, org->key);
-        dup.bind(2, S(exam->GetAccessionNumber()));
-        const bool taken = dup.executeStep();
-        dup.reset();
-        if (taken)
-            return ArchiveResult::Conflict;
+        CheckAccessionFree(org->key, org->id, S(exam->GetAccessionNumber()), std::string());
+        const std::string status = org->newExamStatus.empty() ? S(exam->GetStatusCode()) : org->newExamStatus;
         const std::string key = KeyGenerator::NewKey();
         const std::string now = ArchiveDb::NowText();
         auto& st = db.Prepare("INSERT INTO exams(exam_key, patient_key, org_key, accession, created, modified) "
@@ -299,8 +304,38 @@ int SqliteExamService::CreateExam(ExamDataSet* exam, ACE_CString& newExamKey)
         m_ctx.Log().Audit(m_ctx.User(), key, AuditEvent::ExamCreated);
         tx.Commit();
         newExamKey = key.c_str();
+        exam->SetVersion(0);
         return ArchiveResult::Ok;
     });
+}
+
+void SqliteExamService::CheckAccessionFree(const std::string& orgKey, const std::string& orgId,
+                                           const std::string& accession, const std::string& examKey)
+{
+    auto& dup = m_ctx.Db().Prepare("SELECT 1 FROM exams WHERE org_key = ? AND accession = ? AND exam_key <> ?");
+    dup.bind(1, orgKey);
+    dup.bind(2, accession);
+    dup.bind(3, examKey);
+    const bool taken = dup.executeStep();
+    dup.reset();
+    if (taken)
+        Refuse(ArchiveResult::Conflict, "The accession number " + accession
+                                            + " is already used by another exam of organization " + orgId + ".");
+}
+
+void SqliteExamService::CheckVersion(const std::string& examKey, long long version)
+{
+    auto& q = m_ctx.Db().Prepare("SELECT coalesce(v.version, 0) FROM exams e "
+                                 "LEFT JOIN exam_versions v ON v.exam_key = e.exam_key WHERE e.exam_key = ?");
+    q.bind(1, examKey);
+    const bool found = q.executeStep();
+    const long long stored = found ? q.getColumn(0).getInt64() : 0;
+    q.reset();
+    if (!found)
+        Refuse(ArchiveResult::NotFound, "The exam was deleted on another workstation since it was opened.");
+    if (stored != version)
+        Refuse(ArchiveResult::Conflict, "The exam was changed on another workstation since it was opened. "
+                                        "Close it and open it again to see the changes.");
 }
 
 int SqliteExamService::UpdateExam(ExamDataSet* exam)
@@ -308,30 +343,34 @@ int SqliteExamService::UpdateExam(ExamDataSet* exam)
     if (!exam)
         return ArchiveResult::InvalidArgument;
     return GuardDb("UpdateExam", [&] {
+        if (const int rc = Validate(*exam))
+            return rc;
+        if (!FieldCheck::Key(S(exam->GetKey())))
+            return ArchiveResult::InvalidArgument;
         auto& db = m_ctx.Db();
         WriteTransaction tx(db);
+        // Checked inside the transaction: the loser of a race sees the winner's save.
+        CheckVersion(S(exam->GetKey()), exam->GetVersion());
         Row row;
         if (const int rc = Find(S(exam->GetKey()), S(exam->GetOrganizationKey()), row))
             return rc;
-        if (const int rc = Validate(*exam))
-            return rc;
+        const auto org = m_ctx.OrgByKey(row.orgKey);
+        const std::string orgId = org ? org->id : row.orgKey;
         m_ctx.RequireRight(Right::EditExams, row.orgKey);
-        auto& dup = db.Prepare("SELECT 1 FROM exams WHERE org_key = ? AND accession = ? AND exam_key <> ?");
-        dup.bind(1, row.orgKey);
-        dup.bind(2, S(exam->GetAccessionNumber()));
-        dup.bind(3, row.key);
-        const bool taken = dup.executeStep();
-        dup.reset();
-        if (taken)
-            return ArchiveResult::Conflict;
+        CheckAccessionFree(row.orgKey, orgId, S(exam->GetAccessionNumber()), row.key);
         auto& st = db.Prepare(std::string("UPDATE exams SET ") + kEditable + ", modified = ? WHERE exam_key = ?");
         const int next = BindEditable(st, *exam, S(exam->GetStatusCode()), 1);
         st.bind(next, ArchiveDb::NowText());
         st.bind(next + 1, row.key);
         db.Write(st);
         WriteChildren(row.key, *exam);
+        auto& bump = db.Prepare("INSERT INTO exam_versions(exam_key, version) VALUES (?, 1) "
+                                "ON CONFLICT(exam_key) DO UPDATE SET version = version + 1");
+        bump.bind(1, row.key);
+        db.Write(bump);
         m_ctx.Log().Audit(m_ctx.User(), row.key, AuditEvent::ExamUpdated);
         tx.Commit();
+        exam->SetVersion(exam->GetVersion() + 1);
         return ArchiveResult::Ok;
     });
 }

@@ -10,6 +10,9 @@
 #include "scripteduser.h"
 #include "uiinput.h"
 
+#include "boundary/registercontrols.h"
+#include "picker.h"
+
 #include "cdialog.h"
 #include "examdataset.h"
 #include "patientdetailrecord.h"
@@ -155,7 +158,8 @@ TEST_F(WorkstationWindow, NoMatchDisablesThePatientCommands)
 
 TEST_F(WorkstationWindow, EveryCommandHasAShortcutAndAMenu)
 {
-    for (const char* id : {"deletePatient", "deleteExam", "cancelExam", "detachStudy", "refresh", "findPatient"}) {
+    for (const char* id :
+         {"newExam", "deletePatient", "deleteExam", "cancelExam", "detachStudy", "refresh", "findPatient"}) {
         SCOPED_TRACE(id);
         QAction* a = m_window->Action(QString::fromLatin1(id));
         ASSERT_NE(nullptr, a);
@@ -353,3 +357,47 @@ TEST_F(WorkstationWindow, CommandsTheUserMayNotRunAreDisabledAndSayWhy)
 }
 
 } // namespace
+
+TEST_F(WorkstationWindow, NewExamCreatesAnExamForTheSelectedPatientAndSelectsIt)
+{
+    TavCreator::RegisterControls::RegisterPicker();
+    const std::string patient = B().SelectedPatient()->GetPatientKey().c_str();
+    EXPECT_EQ(m_window->Action(QStringLiteral("newExam"))->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_E));
+    ScriptedUser user;
+    CString caption;
+    user.OnNextDialog([&](CDialog& dlg) {
+        caption = dlg.GetWindowText();
+        ReplaceText(dlg.findChild<QWidget*>(QStringLiteral("IDC_EXAM_ACCESSION")), QStringLiteral("WS-NEW-1"));
+        auto* code = dlg.findChild<Picker*>(QStringLiteral("IDC_EXAM_CODE"));
+        ASSERT_NE(code, nullptr);
+        ReplaceText(code->Edit(), QStringLiteral("CTHEAD"));
+        QTest::keyClick(code->Edit(), Qt::Key_Return);
+        dlg.OnOK();
+    });
+    m_window->Action(QStringLiteral("newExam"))->trigger();
+    TavCreator::RegisterControls::UnRegisterPicker();
+    EXPECT_STREQ(caption, "Create Exam");
+    EXPECT_EQ(1, Count("SELECT COUNT(*) FROM exams WHERE accession = 'WS-NEW-1' AND patient_key = ?", patient));
+    ASSERT_NE(B().SelectedExam(), nullptr);
+    EXPECT_STREQ(B().SelectedExam()->GetAccessionNumber().c_str(), "WS-NEW-1");
+    EXPECT_EQ(m_window->statusBar()->currentMessage(), QStringLiteral("Created exam WS-NEW-1"));
+}
+
+TEST_F(WorkstationWindow, EnterOnAnExamOpensItForEditing)
+{
+    SelectPatientWithStudy();
+    const std::string exam = B().SelectedExam()->GetKey().c_str();
+    ScriptedUser user;
+    CString caption;
+    user.OnNextDialog([&](CDialog& dlg) {
+        caption = dlg.GetWindowText();
+        dlg.OnCancel();
+    });
+    QTreeWidget* list = B().ExamList();
+    ASSERT_TRUE(m_window->Action(QStringLiteral("editExam"))->isEnabled());
+    TavCreator::RegisterControls::RegisterPicker();
+    emit list->itemActivated(list->currentItem(), 0);
+    TavCreator::RegisterControls::UnRegisterPicker();
+    EXPECT_STREQ(caption, "Edit Exam");
+    EXPECT_EQ(1, Count("SELECT COUNT(*) FROM audit WHERE event_code = 50 AND record_key = ?", exam));
+}
