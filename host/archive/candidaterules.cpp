@@ -1,6 +1,7 @@
 #include "candidaterules.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace CandidateRules {
 
@@ -82,6 +83,133 @@ std::string SwapDayMonth(const std::string& dob)
     return dob.substr(0, 4) + day + month;
 }
 
+bool OneTypingErrorApart(const std::string& x, const std::string& y)
+{
+    if (x.empty() || x.size() != y.size())
+        return false;
+    size_t first = x.size(), count = 0;
+    for (size_t i = 0; i < x.size(); ++i)
+        if (x[i] != y[i]) {
+            if (++count > 2)
+                return false;
+            if (first == x.size())
+                first = i;
+        }
+    if (count == 1)
+        return true;
+    return count == 2 && first + 1 < x.size() && x[first] == y[first + 1] && x[first + 1] == y[first];
+}
+
+bool WithinEdits(const std::string& x, const std::string& y, int most)
+{
+    const int n = static_cast<int>(x.size()), m = static_cast<int>(y.size());
+    if (n - m > most || m - n > most)
+        return false;
+    // Three rows of the alignment table; a row whose every cell is past
+    // `most` ends the search.
+    std::vector<int> before(m + 1), last(m + 1), row(m + 1);
+    for (int j = 0; j <= m; ++j)
+        last[j] = j;
+    for (int i = 1; i <= n; ++i) {
+        row[0] = i;
+        int best = row[0];
+        for (int j = 1; j <= m; ++j) {
+            const int cost = x[i - 1] == y[j - 1] ? 0 : 1;
+            int v = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + cost});
+            if (i > 1 && j > 1 && x[i - 1] == y[j - 2] && x[i - 2] == y[j - 1])
+                v = std::min(v, before[j - 2] + 1);
+            row[j] = v;
+            best = std::min(best, v);
+        }
+        if (best > most)
+            return false;
+        std::swap(before, last);
+        std::swap(last, row);
+    }
+    return last[m] <= most;
+}
+
+bool ValidBirthDate(const std::string& dob)
+{
+    if (dob.size() != 8 || !std::all_of(dob.begin(), dob.end(), [](char c) { return c >= '0' && c <= '9'; }))
+        return false;
+    const int year = std::stoi(dob.substr(0, 4)), month = std::stoi(dob.substr(4, 2)), day = std::stoi(dob.substr(6, 2));
+    static const int kDays[] = {31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    if (year < 1 || month < 1 || month > 12 || day < 1 || day > kDays[month - 1])
+        return false;
+    const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+    return month != 2 || day < 29 || leap;
+}
+
+std::string Initial(const std::string& text)
+{
+    size_t end = text.empty() ? 0 : 1;
+    while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
+        ++end;
+    return FoldCase(text.substr(0, end));
+}
+
+bool SexUnknown(const std::string& sex)
+{
+    return sex.empty() || sex == "U";
+}
+
+namespace {
+
+// The names as written, case ignored: the block of the rules that look at
+// everything else.
+std::string WrittenNames(const Person& p)
+{
+    if (p.last.empty() || p.first.empty())
+        return std::string();
+    return FoldCase(p.last) + '\x1f' + FoldCase(p.first);
+}
+
+bool OneDigitApart(const std::string& x, const std::string& y)
+{
+    if (x.size() != 8 || y.size() != 8)
+        return false;
+    int differ = 0;
+    for (size_t i = 0; i < 8; ++i)
+        differ += x[i] != y[i];
+    return differ == 1;
+}
+
+// The other name as written, the first letter of the mistyped one, the birth year.
+std::string NearBirthBlock(const std::string& kept, const std::string& mistyped, const std::string& dob)
+{
+    if (kept.empty() || mistyped.empty() || dob.size() < 4)
+        return std::string();
+    return FoldCase(kept) + '\x1f' + Initial(mistyped) + '\x1f' + dob.substr(0, 4);
+}
+
+bool SimilarNames(const Person& x, const Person& y)
+{
+    if (x.normLast.empty() || x.normFirst.empty() || y.normLast.empty() || y.normFirst.empty())
+        return false;
+    return (WithinEdits(x.normLast, y.normLast, 2) && WithinEdits(x.normFirst, y.normFirst, 2))
+        || (WithinEdits(x.normLast, y.normFirst, 2) && WithinEdits(x.normFirst, y.normLast, 2));
+}
+
+} // namespace
+
+bool BirthDatesNear(const std::string& x, const std::string& y)
+{
+    if (x == y || !ValidBirthDate(x) || !ValidBirthDate(y) || OneDigitApart(x, y))
+        return true;
+    return x.compare(0, 4, y, 0, 4) == 0 && x.compare(4, 2, y, 6, 2) == 0 && x.compare(6, 2, y, 4, 2) == 0;
+}
+
+int SameBlockAs(int rule)
+{
+    switch (rule) {
+    case kSimilarNameBirth: return kNearIdentifierBirth;
+    case kNameBirthMissing:
+    case kNameBirthDigit: return kNearIdentifierName;
+    default: return rule;
+    }
+}
+
 std::string BlockKey(int rule, const Person& p)
 {
     const char sep = '\x1f';
@@ -118,6 +246,21 @@ std::string BlockKey(int rule, const Person& p)
             return std::string();
         return FoldCase(p.last) + sep + FoldCase(p.first) + sep + month;
     }
+    case kNearIdentifierBirth:
+    case kSimilarNameBirth:
+        return p.dob;
+    case kNearIdentifierName:
+    case kNameBirthMissing:
+    case kNameBirthDigit:
+        return WrittenNames(p);
+    case kLastNameNearBirth:
+        return NearBirthBlock(p.last, p.first, p.dob);
+    case kFirstNameNearBirth:
+        return NearBirthBlock(p.first, p.last, p.dob);
+    case kFirstNameBirthNoSex:
+        if (p.normFirst.empty() || p.dob.empty())
+            return std::string();
+        return p.normFirst + sep + p.dob;
     default:
         return std::string();
     }
@@ -130,6 +273,21 @@ bool PairHolds(int rule, const Person& x, const Person& y)
         return x.dob != y.dob;
     case kNamesSwapped:
         return x.normLast == y.normFirst;
+    case kNearIdentifierBirth:
+    case kNearIdentifierName:
+        return OneTypingErrorApart(x.gid, y.gid);
+    case kFirstNameBirthNoSex:
+        return SexUnknown(x.sex) || SexUnknown(y.sex);
+    case kNameBirthMissing:
+        return !ValidBirthDate(x.dob) || !ValidBirthDate(y.dob);
+    case kNameBirthDigit:
+        return OneDigitApart(x.dob, y.dob);
+    case kSimilarNameBirth:
+        return SimilarNames(x, y);
+    case kLastNameNearBirth:
+        return WithinEdits(x.normFirst, y.normFirst, 2) && BirthDatesNear(x.dob, y.dob);
+    case kFirstNameNearBirth:
+        return WithinEdits(x.normLast, y.normLast, 2) && BirthDatesNear(x.dob, y.dob);
     default:
         return true;
     }
@@ -137,7 +295,9 @@ bool PairHolds(int rule, const Person& x, const Person& y)
 
 const char* ReasonCode(int rule)
 {
-    static const char* const kCodes[] = {"", "GID", "NAMEDOB", "SOUNDDOB", "FIRSTDOBSEX", "DOBSWAP", "NAMESWAP", "NAMEYM"};
+    static const char* const kCodes[] = {"", "GID", "NAMEDOB", "SOUNDDOB", "FIRSTDOBSEX", "DOBSWAP", "NAMESWAP", "NAMEYM",
+                                         "GIDDOB", "GIDNAME", "FIRSTDOBNOSEX", "NAMENODOB", "NAMEDOBDIGIT", "SIMNAMEDOB",
+                                         "LASTNEARDOB", "FIRSTNEARDOB"};
     return rule >= 1 && rule <= kCount ? kCodes[rule] : "";
 }
 
@@ -150,7 +310,15 @@ const char* DefaultReasonText(int rule)
                                          "Same First Name, Date of Birth and Sex",
                                          "Same Name, Birth Day and Month Swapped",
                                          "First and Last Name Swapped",
-                                         "Same Name, Birth Year and Month"};
+                                         "Same Name, Birth Year and Month",
+                                         "Similar SSN and Same Date of Birth",
+                                         "Similar SSN and Same Name",
+                                         "Same First Name and Date of Birth, Sex Unknown",
+                                         "Same Name, Date of Birth Missing or Invalid",
+                                         "Same Name, Date of Birth One Digit Apart",
+                                         "Similar Name and Same Date of Birth",
+                                         "Same Last Name, Similar First Name and Date of Birth",
+                                         "Same First Name, Similar Last Name and Date of Birth"};
     return rule >= 1 && rule <= kCount ? kTexts[rule] : "";
 }
 

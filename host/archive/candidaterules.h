@@ -17,7 +17,21 @@ constexpr int kFirstNameBirthSex = 4;  // first name + date of birth + sex
 constexpr int kDayMonthSwapped = 5;    // last + first name, birth day and month swapped
 constexpr int kNamesSwapped = 6;       // first and last name swapped + date of birth
 constexpr int kNameBirthMonth = 7;     // last + first name as written (case ignored) + birth year and month
-constexpr int kCount = 7;
+// Rules for the ordinary errors of registration desks. Those with the names
+// as written share one block (the names, case ignored), those on the birth
+// date share another.
+constexpr int kNearIdentifierBirth = 8; // identifiers one typing error apart + date of birth
+constexpr int kNearIdentifierName = 9;  // identifiers one typing error apart + last + first name as written
+constexpr int kFirstNameBirthNoSex = 10; // first name + date of birth, sex unknown on either
+constexpr int kNameBirthMissing = 11;  // last + first name as written, a birth date missing or no date
+constexpr int kNameBirthDigit = 12;    // last + first name as written, birth dates one digit apart
+constexpr int kSimilarNameBirth = 13;  // last and first name within two typing errors each + date of birth
+// A birth date near (one digit, day and month swapped, or no date on one)
+// and one name mistyped: the other name as written, the mistyped one's
+// first letter and the birth year make the block.
+constexpr int kLastNameNearBirth = 14;  // last name as written, first name within two typing errors
+constexpr int kFirstNameNearBirth = 15; // first name as written, last name within two typing errors
+constexpr int kCount = 15;
 
 // A block larger than this yields no pairs for its rule (site setting).
 constexpr int kDefaultBlockCap = 50;
@@ -47,6 +61,23 @@ BRAVIK_ARCHIVE_EXPORT std::string FoldCase(const std::string& text);
 // The YYYYMM start of a birth date, empty for a date too short to have one.
 BRAVIK_ARCHIVE_EXPORT std::string BirthMonth(const std::string& dob);
 
+// Two identifiers of one length that differ by one character or by two
+// neighbouring characters swapped.
+BRAVIK_ARCHIVE_EXPORT bool OneTypingErrorApart(const std::string& x, const std::string& y);
+// Whether the optimal string alignment distance (edits and neighbour swaps)
+// of two texts is at most `most`.
+BRAVIK_ARCHIVE_EXPORT bool WithinEdits(const std::string& x, const std::string& y, int most);
+// A YYYYMMDD text that names a real day.
+BRAVIK_ARCHIVE_EXPORT bool ValidBirthDate(const std::string& dob);
+// Equal, one digit apart, day and month swapped, or either no date.
+BRAVIK_ARCHIVE_EXPORT bool BirthDatesNear(const std::string& x, const std::string& y);
+// The first character (UTF-8) of a text, ASCII letters upper-cased.
+BRAVIK_ARCHIVE_EXPORT std::string Initial(const std::string& text);
+// No sex recorded, or the code for unknown.
+BRAVIK_ARCHIVE_EXPORT bool SexUnknown(const std::string& sex);
+
+// Rules whose block keys are the same: the lowest of them (or the rule itself).
+BRAVIK_ARCHIVE_EXPORT int SameBlockAs(int rule);
 // Empty when the rule does not apply to the patient.
 BRAVIK_ARCHIVE_EXPORT std::string BlockKey(int rule, const Person& p);
 // For two patients with the same block key of `rule`.

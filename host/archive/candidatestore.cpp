@@ -151,19 +151,34 @@ std::vector<Person> CandidateStore::Neighbours(const Person& p)
     const std::string byDob = std::string("SELECT ") + kPersonColumns + " FROM patients WHERE dob = ? AND dob <> ''";
     run(byDob, p.dob);
     run(byDob, CandidateRules::SwapDayMonth(p.dob));
-    // The same names as written, born in the same month (the name index, case-blind).
-    const std::string month = CandidateRules::BirthMonth(p.dob);
-    if (!month.empty() && !p.last.empty() && !p.first.empty()) {
-        std::string next = month;
-        next.back() = static_cast<char>(next.back() + 1);
+    // The same names as written, whatever the birth date (the name index, case-blind).
+    if (!p.last.empty() && !p.first.empty()) {
         auto& q = m_db.Prepare(std::string("SELECT ") + kPersonColumns + " FROM patients WHERE last_name = ?1 COLLATE "
-                               "NOCASE AND first_name = ?2 COLLATE NOCASE AND dob >= ?3 AND dob < ?4");
+                               "NOCASE AND first_name = ?2 COLLATE NOCASE");
         q.bind(1, p.last);
         q.bind(2, p.first);
-        q.bind(3, month);
-        q.bind(4, next);
         collect(q);
     }
+    // One name as written, the other's first letter, the same birth year (a
+    // name index each, case-blind).
+    auto nearBirth = [&](const char* kept, const char* mistyped, const std::string& keptName,
+                         const std::string& mistypedName) {
+        const std::string initial = CandidateRules::Initial(mistypedName);
+        if (keptName.empty() || initial.empty() || p.dob.size() < 4)
+            return;
+        std::string next = initial;
+        next.back() = static_cast<char>(next.back() + 1);
+        auto& q = m_db.Prepare(std::string("SELECT ") + kPersonColumns + " FROM patients WHERE " + kept
+                               + " = ?1 COLLATE NOCASE AND " + mistyped + " >= ?2 COLLATE NOCASE AND " + mistyped
+                               + " < ?3 COLLATE NOCASE AND substr(dob, 1, 4) = ?4");
+        q.bind(1, keptName);
+        q.bind(2, initial);
+        q.bind(3, next);
+        q.bind(4, p.dob.substr(0, 4));
+        collect(q);
+    };
+    nearBirth("last_name", "first_name", p.last, p.first);
+    nearBirth("first_name", "last_name", p.first, p.last);
     std::vector<Person> out;
     out.reserve(found.size());
     for (auto& [key, person] : found)
@@ -379,6 +394,13 @@ long long CandidateStore::Rebuild(const Progress& progress)
         const std::hash<std::string> hasher;
         for (int rule = 1; rule <= CandidateRules::kCount; ++rule) {
             report("blocking");
+            // Rules of one block are paired in the pass of the first of them.
+            if (CandidateRules::SameBlockAs(rule) != rule)
+                continue;
+            std::vector<int> tests;
+            for (int other = rule; other <= CandidateRules::kCount; ++other)
+                if (CandidateRules::SameBlockAs(other) == rule)
+                    tests.push_back(other);
             hashed.clear();
             for (std::uint32_t i = 0; i < people.size(); ++i) {
                 const std::string block = CandidateRules::BlockKey(rule, people[i]);
@@ -404,11 +426,15 @@ long long CandidateStore::Rebuild(const Progress& progress)
                             for (size_t i = from; i < to; ++i)
                                 for (size_t j = i + 1; j < to; ++j) {
                                     const std::uint32_t x = run[i].second, y = run[j].second;
-                                    if (!CandidateRules::PairHolds(rule, people[x], people[y]))
+                                    int mask = 0;
+                                    for (const int test : tests)
+                                        if (CandidateRules::PairHolds(test, people[x], people[y]))
+                                            mask |= 1 << test;
+                                    if (!mask)
                                         continue;
                                     const std::uint64_t id =
                                         (static_cast<std::uint64_t>(std::min(x, y)) << 32) | std::max(x, y);
-                                    masks[id] |= 1 << rule;
+                                    masks[id] |= mask;
                                 }
                         }
                         from = to;

@@ -49,7 +49,7 @@ public:
 private:
     bool LoadPerson(const std::string& key, CandidateRules::Person& p);
     // Patients that can share a block with `p`: same identifier, same or swapped
-    // birth date, same names born in the same month.
+    // birth date, same names as written, one name and the other's initial.
     std::vector<CandidateRules::Person> Neighbours(const CandidateRules::Person& p);
     bool Excluded(const CandidateRules::Person& x, const CandidateRules::Person& y);
     void Upsert(const CandidateRules::Person& x, const CandidateRules::Person& y, int rules);

@@ -427,7 +427,16 @@ CREATE INDEX candidate_pairs_by_b_dob ON candidate_pairs(b_dob, b_sex, a_last, a
 UPDATE candidate_state SET fresh = 0;
 )SQL";
 
-const char* const kMigrations[] = {kV1, kV2, kV3, kV4, kV5};
+// Rules for registration errors were added (identifiers one typing error
+// apart, sex unknown, a birth date missing, near or one digit off, similar names):
+// the kept pairs are recomputed when the archive is next opened. The upkeep
+// finds patients by first name and the last name's initial.
+const char* const kV6 = R"SQL(
+CREATE INDEX IF NOT EXISTS patients_by_first_name ON patients(first_name COLLATE NOCASE, last_name COLLATE NOCASE, dob);
+UPDATE candidate_state SET fresh = 0;
+)SQL";
+
+const char* const kMigrations[] = {kV1, kV2, kV3, kV4, kV5, kV6};
 
 } // namespace
 
