@@ -175,12 +175,19 @@ bool OneDigitApart(const std::string& x, const std::string& y)
     return differ == 1;
 }
 
-// The other name as written, the first letter of the mistyped one, the birth year.
-std::string NearBirthBlock(const std::string& kept, const std::string& mistyped, const std::string& dob)
+// The other name as written and the first letter of the mistyped one, with
+// the birth year in one block and the birth month and day in another: one
+// wrong digit leaves one of the two.
+std::vector<std::string> NearBirthBlocks(const std::string& kept, const std::string& mistyped, const std::string& dob)
 {
+    std::vector<std::string> blocks;
     if (kept.empty() || mistyped.empty() || dob.size() < 4)
-        return std::string();
-    return FoldCase(kept) + '\x1f' + Initial(mistyped) + '\x1f' + dob.substr(0, 4);
+        return blocks;
+    const std::string names = FoldCase(kept) + '\x1f' + Initial(mistyped) + '\x1f';
+    blocks.push_back(names + "Y" + dob.substr(0, 4));
+    if (dob.size() >= 8)
+        blocks.push_back(names + "D" + dob.substr(4, 4));
+    return blocks;
 }
 
 bool SimilarNames(const Person& x, const Person& y)
@@ -209,6 +216,8 @@ int SameBlockAs(int rule)
     default: return rule;
     }
 }
+
+namespace {
 
 std::string BlockKey(int rule, const Person& p)
 {
@@ -253,10 +262,6 @@ std::string BlockKey(int rule, const Person& p)
     case kNameBirthMissing:
     case kNameBirthDigit:
         return WrittenNames(p);
-    case kLastNameNearBirth:
-        return NearBirthBlock(p.last, p.first, p.dob);
-    case kFirstNameNearBirth:
-        return NearBirthBlock(p.first, p.last, p.dob);
     case kFirstNameBirthNoSex:
         if (p.normFirst.empty() || p.dob.empty())
             return std::string();
@@ -264,6 +269,20 @@ std::string BlockKey(int rule, const Person& p)
     default:
         return std::string();
     }
+}
+
+} // namespace
+
+std::vector<std::string> BlockKeys(int rule, const Person& p)
+{
+    if (rule == kLastNameNearBirth)
+        return NearBirthBlocks(p.last, p.first, p.dob);
+    if (rule == kFirstNameNearBirth)
+        return NearBirthBlocks(p.first, p.last, p.dob);
+    std::string block = BlockKey(rule, p);
+    if (block.empty())
+        return {};
+    return {std::move(block)};
 }
 
 bool PairHolds(int rule, const Person& x, const Person& y)

@@ -3,9 +3,10 @@
 #include "bravik_archive_export.h"
 
 #include <string>
+#include <vector>
 
 // The blocking rules that make two patients merge/link candidates. Each rule
-// turns a patient into a block key; two patients of one block are a pair when
+// turns a patient into block keys; two patients of one block are a pair when
 // the rule's own pair test also holds. Numbered in the order a pair's reason
 // is chosen: the lowest rule that holds names it.
 namespace CandidateRules {
@@ -78,9 +79,11 @@ BRAVIK_ARCHIVE_EXPORT bool SexUnknown(const std::string& sex);
 
 // Rules whose block keys are the same: the lowest of them (or the rule itself).
 BRAVIK_ARCHIVE_EXPORT int SameBlockAs(int rule);
-// Empty when the rule does not apply to the patient.
-BRAVIK_ARCHIVE_EXPORT std::string BlockKey(int rule, const Person& p);
-// For two patients with the same block key of `rule`.
+// The patient's blocks of a rule: none when the rule does not apply, one for
+// most rules, two for the near-birth-date rules. Two patients are a pair of
+// the rule when they share a block no larger than the cap and PairHolds.
+BRAVIK_ARCHIVE_EXPORT std::vector<std::string> BlockKeys(int rule, const Person& p);
+// For two patients sharing a block of `rule`.
 BRAVIK_ARCHIVE_EXPORT bool PairHolds(int rule, const Person& x, const Person& y);
 
 // The link/merge reason dictionary code of a rule, and the text used when the

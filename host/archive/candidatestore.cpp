@@ -36,6 +36,21 @@ Person ReadPerson(SQLite::Statement& q)
     return p;
 }
 
+bool Has(const std::vector<std::string>& blocks, const std::string& block)
+{
+    return std::find(blocks.begin(), blocks.end(), block) != blocks.end();
+}
+
+// The patients of `around` in a block of `rule`.
+std::vector<const Person*> Members(const std::vector<Person>& around, int rule, const std::string& block)
+{
+    std::vector<const Person*> out;
+    for (const auto& n : around)
+        if (Has(CandidateRules::BlockKeys(rule, n), block))
+            out.push_back(&n);
+    return out;
+}
+
 int LowestRule(int rules)
 {
     for (int r = 1; r <= CandidateRules::kCount; ++r)
@@ -159,8 +174,8 @@ std::vector<Person> CandidateStore::Neighbours(const Person& p)
         q.bind(2, p.first);
         collect(q);
     }
-    // One name as written, the other's first letter, the same birth year (a
-    // name index each, case-blind).
+    // One name as written, the other's first letter, the same birth year or
+    // the same birth month and day (a name index each, case-blind).
     auto nearBirth = [&](const char* kept, const char* mistyped, const std::string& keptName,
                          const std::string& mistypedName) {
         const std::string initial = CandidateRules::Initial(mistypedName);
@@ -170,11 +185,12 @@ std::vector<Person> CandidateStore::Neighbours(const Person& p)
         next.back() = static_cast<char>(next.back() + 1);
         auto& q = m_db.Prepare(std::string("SELECT ") + kPersonColumns + " FROM patients WHERE " + kept
                                + " = ?1 COLLATE NOCASE AND " + mistyped + " >= ?2 COLLATE NOCASE AND " + mistyped
-                               + " < ?3 COLLATE NOCASE AND substr(dob, 1, 4) = ?4");
+                               + " < ?3 COLLATE NOCASE AND (substr(dob, 1, 4) = ?4 OR substr(dob, 5, 4) = ?5)");
         q.bind(1, keptName);
         q.bind(2, initial);
         q.bind(3, next);
         q.bind(4, p.dob.substr(0, 4));
+        q.bind(5, p.dob.size() >= 8 ? p.dob.substr(4, 4) : std::string("-"));
         collect(q);
     };
     nearBirth("last_name", "first_name", p.last, p.first);
@@ -184,6 +200,15 @@ std::vector<Person> CandidateStore::Neighbours(const Person& p)
     for (auto& [key, person] : found)
         out.push_back(std::move(person));
     return out;
+}
+
+bool CandidateStore::HeldElsewhere(int rule, const Person& x, const Person& y, const std::string& block, int cap)
+{
+    const auto theirs = CandidateRules::BlockKeys(rule, y);
+    for (const auto& other : CandidateRules::BlockKeys(rule, x))
+        if (other != block && Has(theirs, other) && static_cast<int>(Members(Neighbours(x), rule, other).size()) < cap)
+            return true;
+    return false;
 }
 
 bool CandidateStore::Excluded(const Person& x, const Person& y)
@@ -295,16 +320,10 @@ void CandidateStore::After(const Snapshot& snapshot, const std::vector<std::stri
     for (const auto& key : keys)
         RemovePairsOf(key);
 
-    auto members = [](const std::vector<Person>& around, int rule, const std::string& block) {
-        std::vector<const Person*> out;
-        for (const auto& n : around)
-            if (CandidateRules::BlockKey(rule, n) == block)
-                out.push_back(&n);
-        return out;
-    };
     // Pairs between two other patients change only when a block crosses the
-    // cap; those pairs are set or cleared for that rule alone.
-    auto eachOtherPair = [&](const std::vector<const Person*>& in, int rule, bool set) {
+    // cap; those pairs are set or cleared for that rule alone (cleared only
+    // when no other block of the rule still pairs them).
+    auto eachOtherPair = [&](const std::vector<const Person*>& in, int rule, const std::string& block, bool set) {
         for (size_t i = 0; i < in.size(); ++i)
             for (size_t j = i + 1; j < in.size(); ++j) {
                 const Person& x = *in[i];
@@ -313,7 +332,7 @@ void CandidateStore::After(const Snapshot& snapshot, const std::vector<std::stri
                     continue;
                 if (set)
                     Upsert(x, y, 1 << rule);
-                else
+                else if (!HeldElsewhere(rule, x, y, block, cap))
                     ClearRule(x, y, rule);
             }
     };
@@ -321,12 +340,14 @@ void CandidateStore::After(const Snapshot& snapshot, const std::vector<std::stri
         const auto it = now.find(old.key);
         const std::vector<Person> around = Neighbours(old);
         for (int rule = 1; rule <= CandidateRules::kCount; ++rule) {
-            const std::string block = CandidateRules::BlockKey(rule, old);
-            if (block.empty() || (it != now.end() && CandidateRules::BlockKey(rule, it->second) == block))
-                continue;
-            const auto in = members(around, rule, block);
-            if (static_cast<int>(in.size()) == cap) // it held cap + 1 with this patient
-                eachOtherPair(in, rule, true);
+            const auto kept = it != now.end() ? CandidateRules::BlockKeys(rule, it->second) : std::vector<std::string>();
+            for (const auto& block : CandidateRules::BlockKeys(rule, old)) {
+                if (Has(kept, block))
+                    continue;
+                const auto in = Members(around, rule, block);
+                if (static_cast<int>(in.size()) == cap) // it held cap + 1 with this patient
+                    eachOtherPair(in, rule, block, true);
+            }
         }
     }
     for (const auto& [key, p] : now) {
@@ -337,18 +358,17 @@ void CandidateStore::After(const Snapshot& snapshot, const std::vector<std::stri
         const std::vector<Person> around = Neighbours(p);
         std::unordered_map<std::string, int> masks;
         for (int rule = 1; rule <= CandidateRules::kCount; ++rule) {
-            const std::string block = CandidateRules::BlockKey(rule, p);
-            if (block.empty())
-                continue;
-            const auto in = members(around, rule, block);
-            const bool joined = !old || CandidateRules::BlockKey(rule, *old) != block;
-            if (joined && static_cast<int>(in.size()) == cap) // it now holds cap + 1
-                eachOtherPair(in, rule, false);
-            if (static_cast<int>(in.size()) + 1 > cap)
-                continue;
-            for (const Person* n : in)
-                if (CandidateRules::PairHolds(rule, p, *n))
-                    masks[n->key] |= 1 << rule;
+            const auto had = old ? CandidateRules::BlockKeys(rule, *old) : std::vector<std::string>();
+            for (const auto& block : CandidateRules::BlockKeys(rule, p)) {
+                const auto in = Members(around, rule, block);
+                if (!Has(had, block) && static_cast<int>(in.size()) == cap) // it now holds cap + 1
+                    eachOtherPair(in, rule, block, false);
+                if (static_cast<int>(in.size()) + 1 > cap)
+                    continue;
+                for (const Person* n : in)
+                    if (CandidateRules::PairHolds(rule, p, *n))
+                        masks[n->key] |= 1 << rule;
+            }
         }
         for (const Person& n : around) {
             const auto m = masks.find(n.key);
@@ -392,6 +412,7 @@ long long CandidateStore::Rebuild(const Progress& progress)
         std::vector<std::pair<std::uint64_t, std::uint32_t>> hashed;
         hashed.reserve(people.size());
         const std::hash<std::string> hasher;
+        const std::uint32_t kIndex = 0x7fffffffu;
         for (int rule = 1; rule <= CandidateRules::kCount; ++rule) {
             report("blocking");
             // Rules of one block are paired in the pass of the first of them.
@@ -401,11 +422,12 @@ long long CandidateStore::Rebuild(const Progress& progress)
             for (int other = rule; other <= CandidateRules::kCount; ++other)
                 if (CandidateRules::SameBlockAs(other) == rule)
                     tests.push_back(other);
+            // The top bit of an entry says which of a patient's two blocks it is.
             hashed.clear();
             for (std::uint32_t i = 0; i < people.size(); ++i) {
-                const std::string block = CandidateRules::BlockKey(rule, people[i]);
-                if (!block.empty())
-                    hashed.emplace_back(hasher(block), i);
+                const auto blocks = CandidateRules::BlockKeys(rule, people[i]);
+                for (std::uint32_t b = 0; b < blocks.size(); ++b)
+                    hashed.emplace_back(hasher(blocks[b]), i | (b << 31));
             }
             std::sort(hashed.begin(), hashed.end());
             std::vector<std::pair<std::string, std::uint32_t>> run;
@@ -416,7 +438,8 @@ long long CandidateStore::Rebuild(const Progress& progress)
                 if (end - start >= 2) {
                     run.clear();
                     for (size_t i = start; i < end; ++i)
-                        run.emplace_back(CandidateRules::BlockKey(rule, people[hashed[i].second]), hashed[i].second);
+                        run.emplace_back(CandidateRules::BlockKeys(rule, people[hashed[i].second & kIndex])[hashed[i].second >> 31],
+                                         hashed[i].second & kIndex);
                     std::sort(run.begin(), run.end());
                     for (size_t from = 0; from < run.size();) {
                         size_t to = from + 1;

@@ -51,6 +51,9 @@ private:
     // Patients that can share a block with `p`: same identifier, same or swapped
     // birth date, same names as written, one name and the other's initial.
     std::vector<CandidateRules::Person> Neighbours(const CandidateRules::Person& p);
+    // Whether x and y share another block of `rule` than `block` that is within the cap.
+    bool HeldElsewhere(int rule, const CandidateRules::Person& x, const CandidateRules::Person& y,
+                       const std::string& block, int cap);
     bool Excluded(const CandidateRules::Person& x, const CandidateRules::Person& y);
     void Upsert(const CandidateRules::Person& x, const CandidateRules::Person& y, int rules);
     void ClearRule(const CandidateRules::Person& x, const CandidateRules::Person& y, int rule);

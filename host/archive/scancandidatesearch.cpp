@@ -90,16 +90,20 @@ std::string BirthDatesNear()
 }
 
 // One name as written, the other within two typing errors with the same
-// first letter, the same birth year, the birth dates near.
-std::string NearBirth(const std::string& kept, const std::string& mistyped,
+// first letter, the birth dates near; the same birth year (`from` 1) or the
+// same birth month and day (`from` 5).
+std::string NearBirth(const std::string& kept, const std::string& mistyped, int from,
                       const std::function<std::string(const std::string&)>& within)
 {
+    const std::string part = std::to_string(from) + ", 4)";
     auto block = [&](const std::string& z) {
         return z + "." + kept + " = a." + kept + " COLLATE NOCASE AND upper(substr(" + z + "." + mistyped
-             + ", 1, 1)) = upper(substr(a." + mistyped + ", 1, 1)) AND substr(" + z + ".dob, 1, 4) = substr(a.dob, 1, 4)";
+             + ", 1, 1)) = upper(substr(a." + mistyped + ", 1, 1)) AND substr(" + z + ".dob, " + part + " = substr(a.dob, "
+             + part;
     };
-    return block("b") + " WHERE a." + kept + " <> '' AND a." + mistyped + " <> '' AND length(a.dob) >= 4"
-         + " AND bravik_two_edits(a." + mistyped + ", b." + mistyped + ") AND " + BirthDatesNear() + within(block("z"));
+    return block("b") + " WHERE a." + kept + " <> '' AND a." + mistyped + " <> '' AND length(a.dob) >= "
+         + std::to_string(from + 3) + " AND length(a.dob) >= 4 AND bravik_two_edits(a." + mistyped + ", b." + mistyped
+         + ") AND " + BirthDatesNear() + within(block("z"));
 }
 
 // The rules for typing errors, missing values and near identifiers.
@@ -122,7 +126,8 @@ std::string NewerRules(const std::string& same, const std::function<std::string(
            "  AND bravik_norm(b.last_name) <> '' AND bravik_norm(b.first_name) <> '' AND (("
          + near("a.last_name", "b.last_name") + " AND " + near("a.first_name", "b.first_name") + ") OR ("
          + near("a.last_name", "b.first_name") + " AND " + near("a.first_name", "b.last_name") + "))" + within("z.dob = a.dob")
-         + rule(14) + NearBirth("last_name", "first_name", within) + rule(15) + NearBirth("first_name", "last_name", within);
+         + rule(14) + NearBirth("last_name", "first_name", 1, within) + rule(14) + NearBirth("last_name", "first_name", 5, within)
+         + rule(15) + NearBirth("first_name", "last_name", 1, within) + rule(15) + NearBirth("first_name", "last_name", 5, within);
 }
 
 } // namespace
