@@ -279,6 +279,13 @@ std::vector<std::string> BlockKeys(int rule, const Person& p)
         return NearBirthBlocks(p.last, p.first, p.dob);
     if (rule == kFirstNameNearBirth)
         return NearBirthBlocks(p.first, p.last, p.dob);
+    if (rule == kSwappedNearBirth) {
+        auto blocks = NearBirthBlocks(p.last, p.first, p.dob);
+        for (auto& block : NearBirthBlocks(p.first, p.last, p.dob))
+            if (std::find(blocks.begin(), blocks.end(), block) == blocks.end())
+                blocks.push_back(std::move(block));
+        return blocks;
+    }
     std::string block = BlockKey(rule, p);
     if (block.empty())
         return {};
@@ -307,6 +314,9 @@ bool PairHolds(int rule, const Person& x, const Person& y)
         return WithinEdits(x.normFirst, y.normFirst, 2) && BirthDatesNear(x.dob, y.dob);
     case kFirstNameNearBirth:
         return WithinEdits(x.normLast, y.normLast, 2) && BirthDatesNear(x.dob, y.dob);
+    case kSwappedNearBirth:
+        return WithinEdits(x.normLast, y.normFirst, 2) && WithinEdits(x.normFirst, y.normLast, 2)
+            && BirthDatesNear(x.dob, y.dob);
     default:
         return true;
     }
@@ -316,7 +326,7 @@ const char* ReasonCode(int rule)
 {
     static const char* const kCodes[] = {"", "GID", "NAMEDOB", "SOUNDDOB", "FIRSTDOBSEX", "DOBSWAP", "NAMESWAP", "NAMEYM",
                                          "GIDDOB", "GIDNAME", "FIRSTDOBNOSEX", "NAMENODOB", "NAMEDOBDIGIT", "SIMNAMEDOB",
-                                         "LASTNEARDOB", "FIRSTNEARDOB"};
+                                         "LASTNEARDOB", "FIRSTNEARDOB", "SWAPNEARDOB"};
     return rule >= 1 && rule <= kCount ? kCodes[rule] : "";
 }
 
@@ -337,7 +347,8 @@ const char* DefaultReasonText(int rule)
                                          "Same Name, Date of Birth One Digit Apart",
                                          "Similar Name and Same Date of Birth",
                                          "Same Last Name, Similar First Name and Date of Birth",
-                                         "Same First Name, Similar Last Name and Date of Birth"};
+                                         "Same First Name, Similar Last Name and Date of Birth",
+                                         "Names Swapped, Similar Date of Birth"};
     return rule >= 1 && rule <= kCount ? kTexts[rule] : "";
 }
 

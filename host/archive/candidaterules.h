@@ -32,7 +32,10 @@ constexpr int kSimilarNameBirth = 13;  // last and first name within two typing 
 // first letter and the birth year make the block.
 constexpr int kLastNameNearBirth = 14;  // last name as written, first name within two typing errors
 constexpr int kFirstNameNearBirth = 15; // first name as written, last name within two typing errors
-constexpr int kCount = 15;
+// The same blocks read either way round, for names recorded in each other's
+// fields: either name as written with the other's first letter.
+constexpr int kSwappedNearBirth = 16;   // first and last name swapped, each within two typing errors
+constexpr int kCount = 16;
 
 // A block larger than this yields no pairs for its rule (site setting).
 constexpr int kDefaultBlockCap = 50;

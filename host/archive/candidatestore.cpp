@@ -178,6 +178,7 @@ std::vector<Person> CandidateStore::Neighbours(const Person& p)
     // the same birth month and day (a name index each, case-blind).
     auto nearBirth = [&](const char* kept, const char* mistyped, const std::string& keptName,
                          const std::string& mistypedName) {
+        // `kept` is the column holding keptName, `mistyped` the one starting with mistypedName's initial.
         const std::string initial = CandidateRules::Initial(mistypedName);
         if (keptName.empty() || initial.empty() || p.dob.size() < 4)
             return;
@@ -195,6 +196,9 @@ std::vector<Person> CandidateStore::Neighbours(const Person& p)
     };
     nearBirth("last_name", "first_name", p.last, p.first);
     nearBirth("first_name", "last_name", p.first, p.last);
+    // The same, with the names recorded in each other's fields.
+    nearBirth("first_name", "last_name", p.last, p.first);
+    nearBirth("last_name", "first_name", p.first, p.last);
     std::vector<Person> out;
     out.reserve(found.size());
     for (auto& [key, person] : found)
@@ -412,7 +416,7 @@ long long CandidateStore::Rebuild(const Progress& progress)
         std::vector<std::pair<std::uint64_t, std::uint32_t>> hashed;
         hashed.reserve(people.size());
         const std::hash<std::string> hasher;
-        const std::uint32_t kIndex = 0x7fffffffu;
+        const std::uint32_t kIndex = 0x3fffffffu;
         for (int rule = 1; rule <= CandidateRules::kCount; ++rule) {
             report("blocking");
             // Rules of one block are paired in the pass of the first of them.
@@ -422,12 +426,12 @@ long long CandidateStore::Rebuild(const Progress& progress)
             for (int other = rule; other <= CandidateRules::kCount; ++other)
                 if (CandidateRules::SameBlockAs(other) == rule)
                     tests.push_back(other);
-            // The top bit of an entry says which of a patient's two blocks it is.
+            // The top two bits of an entry say which of a patient's blocks it is.
             hashed.clear();
             for (std::uint32_t i = 0; i < people.size(); ++i) {
                 const auto blocks = CandidateRules::BlockKeys(rule, people[i]);
                 for (std::uint32_t b = 0; b < blocks.size(); ++b)
-                    hashed.emplace_back(hasher(blocks[b]), i | (b << 31));
+                    hashed.emplace_back(hasher(blocks[b]), i | (b << 30));
             }
             std::sort(hashed.begin(), hashed.end());
             std::vector<std::pair<std::string, std::uint32_t>> run;
@@ -438,7 +442,7 @@ long long CandidateStore::Rebuild(const Progress& progress)
                 if (end - start >= 2) {
                     run.clear();
                     for (size_t i = start; i < end; ++i)
-                        run.emplace_back(CandidateRules::BlockKeys(rule, people[hashed[i].second & kIndex])[hashed[i].second >> 31],
+                        run.emplace_back(CandidateRules::BlockKeys(rule, people[hashed[i].second & kIndex])[hashed[i].second >> 30],
                                          hashed[i].second & kIndex);
                     std::sort(run.begin(), run.end());
                     for (size_t from = 0; from < run.size();) {

@@ -109,6 +109,7 @@ const Code kLinkMergeReasons[] = {{CandidateReasonCode::SharedIdentifier, "Same 
                                   {"SIMNAMEDOB", "Similar Name and Same Date of Birth"},
                                   {"LASTNEARDOB", "Same Last Name, Similar First Name and Date of Birth"},
                                   {"FIRSTNEARDOB", "Same First Name, Similar Last Name and Date of Birth"},
+                                  {"SWAPNEARDOB", "Names Swapped, Similar Date of Birth"},
                                   {"DUP", "Duplicate"},
                                   {"REG", "Registration error"},
                                   {"TYPO", "Typing error in demographics"},

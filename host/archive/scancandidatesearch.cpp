@@ -106,6 +106,36 @@ std::string NearBirth(const std::string& kept, const std::string& mistyped, int 
          + ") AND " + BirthDatesNear() + within(block("z"));
 }
 
+// Names in each other's fields, each within two typing errors, birth dates
+// near. A patient's blocks are both its names as written, each with the
+// other's first letter, and the birth year or month and day: a pair shares
+// any of them.
+std::string SwappedNearBirth(const std::string& select, const std::function<std::string(const std::string&)>& within)
+{
+    auto key = [](const std::string& t, const std::string& name, const std::string& other, const std::string& like) {
+        return t + "." + name + " = " + like + " COLLATE NOCASE AND upper(substr(" + t + "." + other + ", 1, 1))";
+    };
+    std::string out;
+    const std::string near = "bravik_two_edits(a.last_name, b.first_name) AND bravik_two_edits(a.first_name, b.last_name)"
+                             " AND " + BirthDatesNear();
+    for (const int from : {1, 5}) {
+        const std::string part = std::to_string(from) + ", 4)";
+        for (const auto& [name, other] : {std::pair<std::string, std::string>{"last_name", "first_name"},
+                                          std::pair<std::string, std::string>{"first_name", "last_name"}}) {
+            // a's block: a's `name` with the initial of a's `other`.
+            const std::string initial = "upper(substr(a." + other + ", 1, 1))";
+            auto member = [&](const std::string& t) {
+                return "((" + key(t, "last_name", "first_name", "a." + name) + " = " + initial + ") OR ("
+                     + key(t, "first_name", "last_name", "a." + name) + " = " + initial + ")) AND substr(" + t + ".dob, "
+                     + part + " = substr(a.dob, " + part;
+            };
+            out += select + member("b") + " WHERE a." + name + " <> '' AND a." + other + " <> '' AND length(a.dob) >= "
+                 + std::to_string(from + 3) + " AND length(a.dob) >= 4 AND " + near + within(member("z"));
+        }
+    }
+    return out;
+}
+
 // The rules for typing errors, missing values and near identifiers.
 std::string NewerRules(const std::string& same, const std::function<std::string(const std::string&)>& within)
 {
@@ -127,7 +157,8 @@ std::string NewerRules(const std::string& same, const std::function<std::string(
          + near("a.last_name", "b.last_name") + " AND " + near("a.first_name", "b.first_name") + ") OR ("
          + near("a.last_name", "b.first_name") + " AND " + near("a.first_name", "b.last_name") + "))" + within("z.dob = a.dob")
          + rule(14) + NearBirth("last_name", "first_name", 1, within) + rule(14) + NearBirth("last_name", "first_name", 5, within)
-         + rule(15) + NearBirth("first_name", "last_name", 1, within) + rule(15) + NearBirth("first_name", "last_name", 5, within);
+         + rule(15) + NearBirth("first_name", "last_name", 1, within) + rule(15) + NearBirth("first_name", "last_name", 5, within)
+         + SwappedNearBirth(rule(16), within);
 }
 
 } // namespace

@@ -136,6 +136,7 @@ protected:
     const std::string kSimilarNameDob = "Similar Name and Same Date of Birth";
     const std::string kLastNearDob = "Same Last Name, Similar First Name and Date of Birth";
     const std::string kFirstNearDob = "Same First Name, Similar Last Name and Date of Birth";
+    const std::string kSwappedNearDob = "Names Swapped, Similar Date of Birth";
 };
 
 TEST_F(CandidateStoreTest, RuleHelpers)
@@ -252,6 +253,8 @@ TEST_F(CandidateStoreTest, EachRegistrationErrorRuleFindsItsPairsWithItsReason)
     const std::string w2 = P(m_north, "Hugo", "Martn", "M", "19630303"); // swapped, and a letter dropped
     const std::string h1 = P(m_north, "Hartley", "Rosalind", "F", "19660606");
     const std::string h2 = P(m_north, "HARTLEY", "Rosalin", "F", "19660609");
+    const std::string s1 = P(m_north, "Hellie", "Rottford", "F", "20080220");
+    const std::string s2 = P(m_north, "Rotford", "Hellie", "F", "20080222"); // swapped, a letter dropped, a digit off
     const std::string p1 = P(m_north, "Pemberton", "Giles", "M", "19670708");
     const std::string p2 = P(m_north, "Pemburton", "Giles", "M", "19670807");
     // Near misses that no rule takes.
@@ -260,18 +263,19 @@ TEST_F(CandidateStoreTest, EachRegistrationErrorRuleFindsItsPairsWithItsReason)
     Rebuild();
     const auto [rows, total] = Search(MergeLinkCandidatesQueryDataSet());
     EXPECT_EQ(rows, (std::vector<std::string>{Row(i1, i2, kNearIdDob), Row(x1, x2, kFirstDobNoSex),
-                                              Row(h1, h2, kLastNearDob), Row(j1, j2, kNearIdName),
+                                              Row(h1, h2, kLastNearDob), Row(s1, s2, kSwappedNearDob),
+                                              Row(j1, j2, kNearIdName),
                                               Row(k1, k2, kSimilarNameDob), Row(w1, w2, kSimilarNameDob),
                                               Row(o1, o2, kNameNoDob), Row(t1, t2, kNameDobDigit),
                                               Row(p1, p2, kFirstNearDob), Row(v1, v2, kNameNoDob),
                                               Row(u1, u2, kFirstDobNoSex)}));
-    EXPECT_EQ(total, 11);
+    EXPECT_EQ(total, 12);
     ExpectSameAsRebuild("rebuild");
 
     // Each can be searched for by its dictionary text.
     for (const auto& [reason, pairs] : std::vector<std::pair<std::string, size_t>>{
              {kNearIdDob, 1}, {kNearIdName, 1}, {kFirstDobNoSex, 2}, {kNameNoDob, 2}, {kNameDobDigit, 1}, {kSimilarNameDob, 2},
-             {kLastNearDob, 1}, {kFirstNearDob, 1}}) {
+             {kLastNearDob, 1}, {kFirstNearDob, 1}, {kSwappedNearDob, 1}}) {
         MergeLinkCandidatesQueryDataSet q;
         q.SetReason(reason.c_str());
         EXPECT_EQ(Search(q).second, static_cast<int>(pairs)) << reason;
@@ -282,12 +286,13 @@ TEST_F(CandidateStoreTest, EachRegistrationErrorRuleFindsItsPairsWithItsReason)
     CandidateCriteria all;
     all.rowLimit = 0;
     ScanCandidateSearch(Db()).Find(all, straight, straightTotal);
-    EXPECT_EQ(straightTotal, 11);
+    EXPECT_EQ(straightTotal, 12);
     std::vector<int> reasons;
     for (const auto& pair : straight)
         reasons.push_back(pair.reasonKind);
     EXPECT_EQ(reasons, (std::vector<int>{CandidateRules::kNearIdentifierBirth, CandidateRules::kFirstNameBirthNoSex,
-                                         CandidateRules::kLastNameNearBirth, CandidateRules::kNearIdentifierName,
+                                         CandidateRules::kLastNameNearBirth, CandidateRules::kSwappedNearBirth,
+                                         CandidateRules::kNearIdentifierName,
                                          CandidateRules::kSimilarNameBirth, CandidateRules::kSimilarNameBirth,
                                          CandidateRules::kNameBirthMissing, CandidateRules::kNameBirthDigit,
                                          CandidateRules::kFirstNameNearBirth, CandidateRules::kNameBirthMissing,
