@@ -175,18 +175,21 @@ bool OneDigitApart(const std::string& x, const std::string& y)
     return differ == 1;
 }
 
-// The other name as written and the first letter of the mistyped one, with
-// the birth year in one block and the birth month and day in another: one
-// wrong digit leaves one of the two.
+// The other name as written, with the birth year in one block and the birth
+// month and day in another: one wrong digit leaves one of the two. Each comes
+// with the first letter of the mistyped name, which keeps blocks of common
+// names small, and without it, for a mistyped first letter.
 std::vector<std::string> NearBirthBlocks(const std::string& kept, const std::string& mistyped, const std::string& dob)
 {
     std::vector<std::string> blocks;
     if (kept.empty() || mistyped.empty() || dob.size() < 4)
         return blocks;
-    const std::string names = FoldCase(kept) + '\x1f' + Initial(mistyped) + '\x1f';
-    blocks.push_back(names + "Y" + dob.substr(0, 4));
-    if (dob.size() >= 8)
-        blocks.push_back(names + "D" + dob.substr(4, 4));
+    for (const std::string& letter : {Initial(mistyped), std::string()}) {
+        const std::string names = FoldCase(kept) + '\x1f' + letter + '\x1f';
+        blocks.push_back(names + "Y" + dob.substr(0, 4));
+        if (dob.size() >= 8)
+            blocks.push_back(names + "D" + dob.substr(4, 4));
+    }
     return blocks;
 }
 

@@ -174,31 +174,23 @@ std::vector<Person> CandidateStore::Neighbours(const Person& p)
         q.bind(2, p.first);
         collect(q);
     }
-    // One name as written, the other's first letter, the same birth year or
-    // the same birth month and day (a name index each, case-blind).
-    auto nearBirth = [&](const char* kept, const char* mistyped, const std::string& keptName,
-                         const std::string& mistypedName) {
-        // `kept` is the column holding keptName, `mistyped` the one starting with mistypedName's initial.
-        const std::string initial = CandidateRules::Initial(mistypedName);
-        if (keptName.empty() || initial.empty() || p.dob.size() < 4)
+    // One name as written, the same birth year or the same birth month and
+    // day (a name index each, case-blind).
+    auto nearBirth = [&](const char* column, const std::string& name) {
+        if (name.empty() || p.last.empty() || p.first.empty() || p.dob.size() < 4)
             return;
-        std::string next = initial;
-        next.back() = static_cast<char>(next.back() + 1);
-        auto& q = m_db.Prepare(std::string("SELECT ") + kPersonColumns + " FROM patients WHERE " + kept
-                               + " = ?1 COLLATE NOCASE AND " + mistyped + " >= ?2 COLLATE NOCASE AND " + mistyped
-                               + " < ?3 COLLATE NOCASE AND (substr(dob, 1, 4) = ?4 OR substr(dob, 5, 4) = ?5)");
-        q.bind(1, keptName);
-        q.bind(2, initial);
-        q.bind(3, next);
-        q.bind(4, p.dob.substr(0, 4));
-        q.bind(5, p.dob.size() >= 8 ? p.dob.substr(4, 4) : std::string("-"));
+        auto& q = m_db.Prepare(std::string("SELECT ") + kPersonColumns + " FROM patients WHERE " + column
+                               + " = ?1 COLLATE NOCASE AND (substr(dob, 1, 4) = ?2 OR substr(dob, 5, 4) = ?3)");
+        q.bind(1, name);
+        q.bind(2, p.dob.substr(0, 4));
+        q.bind(3, p.dob.size() >= 8 ? p.dob.substr(4, 4) : std::string("-"));
         collect(q);
     };
-    nearBirth("last_name", "first_name", p.last, p.first);
-    nearBirth("first_name", "last_name", p.first, p.last);
-    // The same, with the names recorded in each other's fields.
-    nearBirth("first_name", "last_name", p.last, p.first);
-    nearBirth("last_name", "first_name", p.first, p.last);
+    // Either name in either field, for names recorded in each other's fields.
+    for (const char* column : {"last_name", "first_name"}) {
+        nearBirth(column, p.last);
+        nearBirth(column, p.first);
+    }
     std::vector<Person> out;
     out.reserve(found.size());
     for (auto& [key, person] : found)
@@ -413,10 +405,10 @@ long long CandidateStore::Rebuild(const Progress& progress)
         // found by sorting hashes of the block keys; a run of equal hashes is
         // split by the keys themselves, so a collision never joins two blocks.
         std::unordered_map<std::uint64_t, int> masks;
-        std::vector<std::pair<std::uint64_t, std::uint32_t>> hashed;
+        // (hash of a block key, patient, which of the patient's blocks it is)
+        std::vector<std::tuple<std::uint64_t, std::uint32_t, std::uint32_t>> hashed;
         hashed.reserve(people.size());
         const std::hash<std::string> hasher;
-        const std::uint32_t kIndex = 0x3fffffffu;
         for (int rule = 1; rule <= CandidateRules::kCount; ++rule) {
             report("blocking");
             // Rules of one block are paired in the pass of the first of them.
@@ -426,24 +418,24 @@ long long CandidateStore::Rebuild(const Progress& progress)
             for (int other = rule; other <= CandidateRules::kCount; ++other)
                 if (CandidateRules::SameBlockAs(other) == rule)
                     tests.push_back(other);
-            // The top two bits of an entry say which of a patient's blocks it is.
             hashed.clear();
             for (std::uint32_t i = 0; i < people.size(); ++i) {
                 const auto blocks = CandidateRules::BlockKeys(rule, people[i]);
                 for (std::uint32_t b = 0; b < blocks.size(); ++b)
-                    hashed.emplace_back(hasher(blocks[b]), i | (b << 30));
+                    hashed.emplace_back(hasher(blocks[b]), i, b);
             }
             std::sort(hashed.begin(), hashed.end());
             std::vector<std::pair<std::string, std::uint32_t>> run;
             for (size_t start = 0; start < hashed.size();) {
                 size_t end = start + 1;
-                while (end < hashed.size() && hashed[end].first == hashed[start].first)
+                while (end < hashed.size() && std::get<0>(hashed[end]) == std::get<0>(hashed[start]))
                     ++end;
                 if (end - start >= 2) {
                     run.clear();
-                    for (size_t i = start; i < end; ++i)
-                        run.emplace_back(CandidateRules::BlockKeys(rule, people[hashed[i].second & kIndex])[hashed[i].second >> 30],
-                                         hashed[i].second & kIndex);
+                    for (size_t i = start; i < end; ++i) {
+                        const auto [hash, person, block] = hashed[i];
+                        run.emplace_back(CandidateRules::BlockKeys(rule, people[person])[block], person);
+                    }
                     std::sort(run.begin(), run.end());
                     for (size_t from = 0; from < run.size();) {
                         size_t to = from + 1;

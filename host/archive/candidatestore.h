@@ -49,7 +49,7 @@ public:
 private:
     bool LoadPerson(const std::string& key, CandidateRules::Person& p);
     // Patients that can share a block with `p`: same identifier, same or swapped
-    // birth date, same names as written, one name and the other's initial.
+    // birth date, same names as written, one name as written born the same year or day.
     std::vector<CandidateRules::Person> Neighbours(const CandidateRules::Person& p);
     // Whether x and y share another block of `rule` than `block` that is within the cap.
     bool HeldElsewhere(int rule, const CandidateRules::Person& x, const CandidateRules::Person& y,

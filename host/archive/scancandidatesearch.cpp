@@ -89,50 +89,62 @@ std::string BirthDatesNear()
            " AND substr(a.dob, 7, 2) = substr(b.dob, 5, 2)))";
 }
 
-// One name as written, the other within two typing errors with the same
-// first letter, the birth dates near; the same birth year (`from` 1) or the
-// same birth month and day (`from` 5).
-std::string NearBirth(const std::string& kept, const std::string& mistyped, int from,
+// The first letter of a name in the blocks that have one.
+std::string Letter(const std::string& column, bool withLetter)
+{
+    return withLetter ? "upper(substr(" + column + ", 1, 1))" : "''";
+}
+
+// One name as written, the other within two typing errors, the birth dates
+// near; the same birth year (`from` 1) or the same birth month and day
+// (`from` 5), with or without the same first letter of the other name.
+std::string NearBirth(const std::string& select, const std::string& kept, const std::string& mistyped,
                       const std::function<std::string(const std::string&)>& within)
 {
-    const std::string part = std::to_string(from) + ", 4)";
-    auto block = [&](const std::string& z) {
-        return z + "." + kept + " = a." + kept + " COLLATE NOCASE AND upper(substr(" + z + "." + mistyped
-             + ", 1, 1)) = upper(substr(a." + mistyped + ", 1, 1)) AND substr(" + z + ".dob, " + part + " = substr(a.dob, "
-             + part;
-    };
-    return block("b") + " WHERE a." + kept + " <> '' AND a." + mistyped + " <> '' AND length(a.dob) >= "
-         + std::to_string(from + 3) + " AND length(a.dob) >= 4 AND bravik_two_edits(a." + mistyped + ", b." + mistyped
-         + ") AND " + BirthDatesNear() + within(block("z"));
+    std::string out;
+    for (const int from : {1, 5})
+        for (const bool withLetter : {true, false}) {
+            const std::string part = std::to_string(from) + ", 4)";
+            auto block = [&](const std::string& z) {
+                return z + "." + kept + " = a." + kept + " COLLATE NOCASE AND " + Letter(z + "." + mistyped, withLetter)
+                     + " = " + Letter("a." + mistyped, withLetter) + " AND " + z + "." + mistyped + " <> '' AND substr("
+                     + z + ".dob, " + part + " = substr(a.dob, " + part;
+            };
+            out += select + block("b") + " WHERE a." + kept + " <> '' AND a." + mistyped + " <> '' AND length(a.dob) >= "
+                 + std::to_string(from + 3) + " AND length(a.dob) >= 4 AND bravik_two_edits(a." + mistyped + ", b."
+                 + mistyped + ") AND " + BirthDatesNear() + within(block("z"));
+        }
+    return out;
 }
 
 // Names in each other's fields, each within two typing errors, birth dates
-// near. A patient's blocks are both its names as written, each with the
-// other's first letter, and the birth year or month and day: a pair shares
-// any of them.
+// near. A patient's blocks are both its names as written, each with or
+// without the other's first letter, and the birth year or month and day: a
+// pair shares any of them.
 std::string SwappedNearBirth(const std::string& select, const std::function<std::string(const std::string&)>& within)
 {
-    auto key = [](const std::string& t, const std::string& name, const std::string& other, const std::string& like) {
-        return t + "." + name + " = " + like + " COLLATE NOCASE AND upper(substr(" + t + "." + other + ", 1, 1))";
-    };
     std::string out;
     const std::string near = "bravik_two_edits(a.last_name, b.first_name) AND bravik_two_edits(a.first_name, b.last_name)"
                              " AND " + BirthDatesNear();
-    for (const int from : {1, 5}) {
-        const std::string part = std::to_string(from) + ", 4)";
-        for (const auto& [name, other] : {std::pair<std::string, std::string>{"last_name", "first_name"},
-                                          std::pair<std::string, std::string>{"first_name", "last_name"}}) {
-            // a's block: a's `name` with the initial of a's `other`.
-            const std::string initial = "upper(substr(a." + other + ", 1, 1))";
-            auto member = [&](const std::string& t) {
-                return "((" + key(t, "last_name", "first_name", "a." + name) + " = " + initial + ") OR ("
-                     + key(t, "first_name", "last_name", "a." + name) + " = " + initial + ")) AND substr(" + t + ".dob, "
-                     + part + " = substr(a.dob, " + part;
-            };
-            out += select + member("b") + " WHERE a." + name + " <> '' AND a." + other + " <> '' AND length(a.dob) >= "
-                 + std::to_string(from + 3) + " AND length(a.dob) >= 4 AND " + near + within(member("z"));
-        }
-    }
+    for (const int from : {1, 5})
+        for (const bool withLetter : {true, false})
+            for (const auto& [name, other] : {std::pair<std::string, std::string>{"last_name", "first_name"},
+                                              std::pair<std::string, std::string>{"first_name", "last_name"}}) {
+                // a's block: a's `name` with the letter of a's `other`.
+                const std::string part = std::to_string(from) + ", 4)";
+                auto member = [&](const std::string& t) {
+                    auto side = [&](const std::string& own, const std::string& rest) {
+                        return "(" + t + "." + own + " = a." + name + " COLLATE NOCASE AND " + t + "." + rest
+                             + " <> '' AND " + Letter(t + "." + rest, withLetter) + " = "
+                             + Letter("a." + other, withLetter) + ")";
+                    };
+                    return "(" + side("last_name", "first_name") + " OR " + side("first_name", "last_name")
+                         + ") AND substr(" + t + ".dob, " + part + " = substr(a.dob, " + part;
+                };
+                out += select + member("b") + " WHERE a." + name + " <> '' AND a." + other
+                     + " <> '' AND length(a.dob) >= " + std::to_string(from + 3) + " AND length(a.dob) >= 4 AND " + near
+                     + within(member("z"));
+            }
     return out;
 }
 
@@ -156,8 +168,7 @@ std::string NewerRules(const std::string& same, const std::function<std::string(
            "  AND bravik_norm(b.last_name) <> '' AND bravik_norm(b.first_name) <> '' AND (("
          + near("a.last_name", "b.last_name") + " AND " + near("a.first_name", "b.first_name") + ") OR ("
          + near("a.last_name", "b.first_name") + " AND " + near("a.first_name", "b.last_name") + "))" + within("z.dob = a.dob")
-         + rule(14) + NearBirth("last_name", "first_name", 1, within) + rule(14) + NearBirth("last_name", "first_name", 5, within)
-         + rule(15) + NearBirth("first_name", "last_name", 1, within) + rule(15) + NearBirth("first_name", "last_name", 5, within)
+         + NearBirth(rule(14), "last_name", "first_name", within) + NearBirth(rule(15), "first_name", "last_name", within)
          + SwappedNearBirth(rule(16), within);
 }
 
