@@ -106,8 +106,21 @@ bool WithinEdits(const std::string& x, const std::string& y, int most)
     if (n - m > most || m - n > most)
         return false;
     // Three rows of the alignment table; a row whose every cell is past
-    // `most` ends the search.
-    std::vector<int> before(m + 1), last(m + 1), row(m + 1);
+    // `most` ends the search. Names fit the rows on the stack.
+    if (x == y)
+        return true;
+    constexpr int kShort = 64;
+    int stack[3][kShort + 1];
+    std::vector<int> heap;
+    int* before = stack[0];
+    int* last = stack[1];
+    int* row = stack[2];
+    if (m > kShort) {
+        heap.resize(3 * static_cast<size_t>(m + 1));
+        before = heap.data();
+        last = before + m + 1;
+        row = last + m + 1;
+    }
     for (int j = 0; j <= m; ++j)
         last[j] = j;
     for (int i = 1; i <= n; ++i) {
@@ -175,22 +188,40 @@ bool OneDigitApart(const std::string& x, const std::string& y)
     return differ == 1;
 }
 
-// The other name as written, with the birth year in one block and the birth
+// Either name as written, with the birth year in one block and the birth
 // month and day in another: one wrong digit leaves one of the two. Each comes
-// with the first letter of the mistyped name, which keeps blocks of common
-// names small, and without it, for a mistyped first letter.
-std::vector<std::string> NearBirthBlocks(const std::string& kept, const std::string& mistyped, const std::string& dob)
+// with the first letter of the other name, which keeps blocks of common names
+// small, and without it, for a mistyped first letter. A name is the same block
+// in either field, so names recorded in each other's fields meet too.
+std::vector<std::string> NearBirthBlocks(const Person& p)
 {
     std::vector<std::string> blocks;
-    if (kept.empty() || mistyped.empty() || dob.size() < 4)
+    if (p.last.empty() || p.first.empty() || p.dob.size() < 4)
         return blocks;
-    for (const std::string& letter : {Initial(mistyped), std::string()}) {
-        const std::string names = FoldCase(kept) + '\x1f' + letter + '\x1f';
-        blocks.push_back(names + "Y" + dob.substr(0, 4));
-        if (dob.size() >= 8)
-            blocks.push_back(names + "D" + dob.substr(4, 4));
-    }
+    const std::string year = "Y" + p.dob.substr(0, 4);
+    const std::string day = p.dob.size() >= 8 ? "D" + p.dob.substr(4, 4) : std::string();
+    for (const auto& [kept, other] : {std::pair(&p.last, &p.first), std::pair(&p.first, &p.last)})
+        for (const std::string& letter : {Initial(*other), std::string()}) {
+            const std::string names = FoldCase(*kept) + '\x1f' + letter + '\x1f';
+            for (const std::string* part : {&year, &day})
+                if (!part->empty() && std::find(blocks.begin(), blocks.end(), names + *part) == blocks.end())
+                    blocks.push_back(names + *part);
+        }
     return blocks;
+}
+
+// Equal with ASCII case ignored.
+bool SameFolded(const std::string& x, const std::string& y)
+{
+    if (x.size() != y.size())
+        return false;
+    for (size_t i = 0; i < x.size(); ++i) {
+        const char a = x[i] >= 'a' && x[i] <= 'z' ? static_cast<char>(x[i] - 'a' + 'A') : x[i];
+        const char b = y[i] >= 'a' && y[i] <= 'z' ? static_cast<char>(y[i] - 'a' + 'A') : y[i];
+        if (a != b)
+            return false;
+    }
+    return true;
 }
 
 bool SimilarNames(const Person& x, const Person& y)
@@ -216,6 +247,8 @@ int SameBlockAs(int rule)
     case kSimilarNameBirth: return kNearIdentifierBirth;
     case kNameBirthMissing:
     case kNameBirthDigit: return kNearIdentifierName;
+    case kFirstNameNearBirth:
+    case kSwappedNearBirth: return kLastNameNearBirth;
     default: return rule;
     }
 }
@@ -278,17 +311,8 @@ std::string BlockKey(int rule, const Person& p)
 
 std::vector<std::string> BlockKeys(int rule, const Person& p)
 {
-    if (rule == kLastNameNearBirth)
-        return NearBirthBlocks(p.last, p.first, p.dob);
-    if (rule == kFirstNameNearBirth)
-        return NearBirthBlocks(p.first, p.last, p.dob);
-    if (rule == kSwappedNearBirth) {
-        auto blocks = NearBirthBlocks(p.last, p.first, p.dob);
-        for (auto& block : NearBirthBlocks(p.first, p.last, p.dob))
-            if (std::find(blocks.begin(), blocks.end(), block) == blocks.end())
-                blocks.push_back(std::move(block));
-        return blocks;
-    }
+    if (SameBlockAs(rule) == kLastNameNearBirth)
+        return NearBirthBlocks(p);
     std::string block = BlockKey(rule, p);
     if (block.empty())
         return {};
@@ -314,9 +338,9 @@ bool PairHolds(int rule, const Person& x, const Person& y)
     case kSimilarNameBirth:
         return SimilarNames(x, y);
     case kLastNameNearBirth:
-        return WithinEdits(x.normFirst, y.normFirst, 2) && BirthDatesNear(x.dob, y.dob);
+        return SameFolded(x.last, y.last) && WithinEdits(x.normFirst, y.normFirst, 2) && BirthDatesNear(x.dob, y.dob);
     case kFirstNameNearBirth:
-        return WithinEdits(x.normLast, y.normLast, 2) && BirthDatesNear(x.dob, y.dob);
+        return SameFolded(x.first, y.first) && WithinEdits(x.normLast, y.normLast, 2) && BirthDatesNear(x.dob, y.dob);
     case kSwappedNearBirth:
         return WithinEdits(x.normLast, y.normFirst, 2) && WithinEdits(x.normFirst, y.normLast, 2)
             && BirthDatesNear(x.dob, y.dob);

@@ -95,37 +95,19 @@ std::string Letter(const std::string& column, bool withLetter)
     return withLetter ? "upper(substr(" + column + ", 1, 1))" : "''";
 }
 
-// One name as written, the other within two typing errors, the birth dates
-// near; the same birth year (`from` 1) or the same birth month and day
-// (`from` 5), with or without the same first letter of the other name.
-std::string NearBirth(const std::string& select, const std::string& kept, const std::string& mistyped,
-                      const std::function<std::string(const std::string&)>& within)
+// The three near-birth-date rules share their blocks: either name as written
+// (in either field), with or without the other name's first letter, and the
+// birth year (`from` 1) or birth month and day (`from` 5). A pair in a block
+// takes the lowest of the three that holds.
+std::string NearBirth(const std::function<std::string(const std::string&)>& within)
 {
+    const std::string why = "CASE WHEN a.last_name = b.last_name COLLATE NOCASE"
+                            " AND bravik_two_edits(a.first_name, b.first_name) THEN 14"
+                            " WHEN a.first_name = b.first_name COLLATE NOCASE"
+                            " AND bravik_two_edits(a.last_name, b.last_name) THEN 15"
+                            " WHEN bravik_two_edits(a.last_name, b.first_name)"
+                            " AND bravik_two_edits(a.first_name, b.last_name) THEN 16 END";
     std::string out;
-    for (const int from : {1, 5})
-        for (const bool withLetter : {true, false}) {
-            const std::string part = std::to_string(from) + ", 4)";
-            auto block = [&](const std::string& z) {
-                return z + "." + kept + " = a." + kept + " COLLATE NOCASE AND " + Letter(z + "." + mistyped, withLetter)
-                     + " = " + Letter("a." + mistyped, withLetter) + " AND " + z + "." + mistyped + " <> '' AND substr("
-                     + z + ".dob, " + part + " = substr(a.dob, " + part;
-            };
-            out += select + block("b") + " WHERE a." + kept + " <> '' AND a." + mistyped + " <> '' AND length(a.dob) >= "
-                 + std::to_string(from + 3) + " AND length(a.dob) >= 4 AND bravik_two_edits(a." + mistyped + ", b."
-                 + mistyped + ") AND " + BirthDatesNear() + within(block("z"));
-        }
-    return out;
-}
-
-// Names in each other's fields, each within two typing errors, birth dates
-// near. A patient's blocks are both its names as written, each with or
-// without the other's first letter, and the birth year or month and day: a
-// pair shares any of them.
-std::string SwappedNearBirth(const std::string& select, const std::function<std::string(const std::string&)>& within)
-{
-    std::string out;
-    const std::string near = "bravik_two_edits(a.last_name, b.first_name) AND bravik_two_edits(a.first_name, b.last_name)"
-                             " AND " + BirthDatesNear();
     for (const int from : {1, 5})
         for (const bool withLetter : {true, false})
             for (const auto& [name, other] : {std::pair<std::string, std::string>{"last_name", "first_name"},
@@ -141,9 +123,11 @@ std::string SwappedNearBirth(const std::string& select, const std::function<std:
                     return "(" + side("last_name", "first_name") + " OR " + side("first_name", "last_name")
                          + ") AND substr(" + t + ".dob, " + part + " = substr(a.dob, " + part;
                 };
-                out += select + member("b") + " WHERE a." + name + " <> '' AND a." + other
-                     + " <> '' AND length(a.dob) >= " + std::to_string(from + 3) + " AND length(a.dob) >= 4 AND " + near
-                     + within(member("z"));
+                out += " UNION ALL SELECT a.patient_key, b.patient_key, " + why
+                     + " FROM patients a JOIN patients b ON a.patient_key < b.patient_key AND " + member("b")
+                     + " WHERE a." + name + " <> '' AND a." + other + " <> '' AND length(a.dob) >= "
+                     + std::to_string(from + 3) + " AND length(a.dob) >= 4 AND " + why + " IS NOT NULL AND "
+                     + BirthDatesNear() + within(member("z"));
             }
     return out;
 }
@@ -168,8 +152,7 @@ std::string NewerRules(const std::string& same, const std::function<std::string(
            "  AND bravik_norm(b.last_name) <> '' AND bravik_norm(b.first_name) <> '' AND (("
          + near("a.last_name", "b.last_name") + " AND " + near("a.first_name", "b.first_name") + ") OR ("
          + near("a.last_name", "b.first_name") + " AND " + near("a.first_name", "b.last_name") + "))" + within("z.dob = a.dob")
-         + NearBirth(rule(14), "last_name", "first_name", within) + NearBirth(rule(15), "first_name", "last_name", within)
-         + SwappedNearBirth(rule(16), within);
+         + NearBirth(within);
 }
 
 } // namespace
