@@ -151,7 +151,12 @@ int main(int argc, char** argv)
     ArchiveDb& db = archive->Db();
     {
         const auto start = Clock::now();
-        CandidateStore(db).Rebuild();
+        // Where the rebuild spends its time, on stderr.
+        auto last = Clock::now();
+        CandidateStore(db).Rebuild([&](int step, int steps, const char* what) {
+            std::fprintf(stderr, "rebuild step %d / %d (%s) after %.3f s\n", step, steps, what, Ms(last) / 1000.0);
+            last = Clock::now();
+        });
         // Until the rebuilt pages have reached the file the log checkpoint
         // competes with every query; it is part of the rebuild's cost.
         archive->Checkpointer().WaitIdle();

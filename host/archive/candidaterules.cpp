@@ -146,7 +146,13 @@ bool ValidBirthDate(const std::string& dob)
 {
     if (dob.size() != 8 || !std::all_of(dob.begin(), dob.end(), [](char c) { return c >= '0' && c <= '9'; }))
         return false;
-    const int year = std::stoi(dob.substr(0, 4)), month = std::stoi(dob.substr(4, 2)), day = std::stoi(dob.substr(6, 2));
+    auto number = [&](size_t at, size_t length) {
+        int n = 0;
+        for (size_t i = at; i < at + length; ++i)
+            n = n * 10 + (dob[i] - '0');
+        return n;
+    };
+    const int year = number(0, 4), month = number(4, 2), day = number(6, 2);
     static const int kDays[] = {31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     if (year < 1 || month < 1 || month > 12 || day < 1 || day > kDays[month - 1])
         return false;
@@ -236,9 +242,12 @@ bool SimilarNames(const Person& x, const Person& y)
 
 bool BirthDatesNear(const std::string& x, const std::string& y)
 {
-    if (x == y || !ValidBirthDate(x) || !ValidBirthDate(y) || OneDigitApart(x, y))
+    if (x == y || OneDigitApart(x, y))
         return true;
-    return x.compare(0, 4, y, 0, 4) == 0 && x.compare(4, 2, y, 6, 2) == 0 && x.compare(6, 2, y, 4, 2) == 0;
+    if (x.size() == 8 && y.size() == 8 && x.compare(0, 4, y, 0, 4) == 0 && x.compare(4, 2, y, 6, 2) == 0
+        && x.compare(6, 2, y, 4, 2) == 0)
+        return true;
+    return !ValidBirthDate(x) || !ValidBirthDate(y);
 }
 
 int SameBlockAs(int rule)
@@ -338,12 +347,12 @@ bool PairHolds(int rule, const Person& x, const Person& y)
     case kSimilarNameBirth:
         return SimilarNames(x, y);
     case kLastNameNearBirth:
-        return SameFolded(x.last, y.last) && WithinEdits(x.normFirst, y.normFirst, 2) && BirthDatesNear(x.dob, y.dob);
+        return BirthDatesNear(x.dob, y.dob) && SameFolded(x.last, y.last) && WithinEdits(x.normFirst, y.normFirst, 2);
     case kFirstNameNearBirth:
-        return SameFolded(x.first, y.first) && WithinEdits(x.normLast, y.normLast, 2) && BirthDatesNear(x.dob, y.dob);
+        return BirthDatesNear(x.dob, y.dob) && SameFolded(x.first, y.first) && WithinEdits(x.normLast, y.normLast, 2);
     case kSwappedNearBirth:
-        return WithinEdits(x.normLast, y.normFirst, 2) && WithinEdits(x.normFirst, y.normLast, 2)
-            && BirthDatesNear(x.dob, y.dob);
+        return BirthDatesNear(x.dob, y.dob) && WithinEdits(x.normLast, y.normFirst, 2)
+            && WithinEdits(x.normFirst, y.normLast, 2);
     default:
         return true;
     }

@@ -41,13 +41,24 @@ bool Has(const std::vector<std::string>& blocks, const std::string& block)
     return std::find(blocks.begin(), blocks.end(), block) != blocks.end();
 }
 
-// The patients of `around` in a block of `rule`.
-std::vector<const Person*> Members(const std::vector<Person>& around, int rule, const std::string& block)
+// The blocks of `rule` of each patient of `around`.
+std::vector<std::vector<std::string>> BlocksOf(const std::vector<Person>& around, int rule)
+{
+    std::vector<std::vector<std::string>> out;
+    out.reserve(around.size());
+    for (const auto& n : around)
+        out.push_back(CandidateRules::BlockKeys(rule, n));
+    return out;
+}
+
+// The patients of `around` in `block`, given their blocks.
+std::vector<const Person*> Members(const std::vector<Person>& around, const std::vector<std::vector<std::string>>& blocks,
+                                   const std::string& block)
 {
     std::vector<const Person*> out;
-    for (const auto& n : around)
-        if (Has(CandidateRules::BlockKeys(rule, n), block))
-            out.push_back(&n);
+    for (size_t i = 0; i < around.size(); ++i)
+        if (Has(blocks[i], block))
+            out.push_back(&around[i]);
     return out;
 }
 
@@ -84,6 +95,55 @@ void BindPair(SQLite::Statement& st, const Person& x, const Person& y, int rules
         st.bind(i++, p->sex);
         st.bind(i++, p->dob);
         st.bind(i++, p->gid);
+    }
+}
+
+// A second hash of another kind than std::hash (FNV-1a).
+std::uint64_t OtherHash(const std::string& text)
+{
+    std::uint64_t h = 14695981039346656037ull;
+    for (const char c : text)
+        h = (h ^ static_cast<unsigned char>(c)) * 1099511628211ull;
+    return h;
+}
+
+// Adds the pairs of one rule (and of the rules sharing its blocks) to
+// `masks`, keyed by (lower index, higher index) of `people`. Blocks are found
+// by sorting two unrelated 64-bit hashes of the block keys, so two blocks are
+// joined only when both hashes of their keys collide at once.
+void PairBlocks(int rule, const std::vector<Person>& people, int cap, std::unordered_map<std::uint64_t, int>& masks)
+{
+    std::vector<int> tests;
+    for (int other = rule; other <= CandidateRules::kCount; ++other)
+        if (CandidateRules::SameBlockAs(other) == rule)
+            tests.push_back(other);
+    std::vector<std::tuple<std::uint64_t, std::uint64_t, std::uint32_t>> hashed;
+    hashed.reserve(people.size());
+    const std::hash<std::string> hasher;
+    for (std::uint32_t i = 0; i < people.size(); ++i)
+        for (const auto& block : CandidateRules::BlockKeys(rule, people[i]))
+            hashed.emplace_back(hasher(block), OtherHash(block), i);
+    std::sort(hashed.begin(), hashed.end());
+    for (size_t from = 0; from < hashed.size();) {
+        size_t to = from + 1;
+        while (to < hashed.size() && std::get<0>(hashed[to]) == std::get<0>(hashed[from])
+               && std::get<1>(hashed[to]) == std::get<1>(hashed[from]))
+            ++to;
+        if (to - from >= 2 && static_cast<int>(to - from) <= cap) {
+            for (size_t i = from; i < to; ++i)
+                for (size_t j = i + 1; j < to; ++j) {
+                    const std::uint32_t x = std::get<2>(hashed[i]), y = std::get<2>(hashed[j]);
+                    if (x == y)
+                        continue;
+                    int mask = 0;
+                    for (const int test : tests)
+                        if (CandidateRules::PairHolds(test, people[x], people[y]))
+                            mask |= 1 << test;
+                    if (mask)
+                        masks[(static_cast<std::uint64_t>(std::min(x, y)) << 32) | std::max(x, y)] |= mask;
+                }
+        }
+        from = to;
     }
 }
 
@@ -202,8 +262,11 @@ bool CandidateStore::HeldElsewhere(int rule, const Person& x, const Person& y, c
 {
     const auto theirs = CandidateRules::BlockKeys(rule, y);
     for (const auto& other : CandidateRules::BlockKeys(rule, x))
-        if (other != block && Has(theirs, other) && static_cast<int>(Members(Neighbours(x), rule, other).size()) < cap)
-            return true;
+        if (other != block && Has(theirs, other)) {
+            const auto around = Neighbours(x);
+            if (static_cast<int>(Members(around, BlocksOf(around, rule), other).size()) < cap)
+                return true;
+        }
     return false;
 }
 
@@ -337,10 +400,13 @@ void CandidateStore::After(const Snapshot& snapshot, const std::vector<std::stri
         const std::vector<Person> around = Neighbours(old);
         for (int rule = 1; rule <= CandidateRules::kCount; ++rule) {
             const auto kept = it != now.end() ? CandidateRules::BlockKeys(rule, it->second) : std::vector<std::string>();
+            std::vector<std::vector<std::string>> blocks;
             for (const auto& block : CandidateRules::BlockKeys(rule, old)) {
                 if (Has(kept, block))
                     continue;
-                const auto in = Members(around, rule, block);
+                if (blocks.empty())
+                    blocks = BlocksOf(around, rule);
+                const auto in = Members(around, blocks, block);
                 if (static_cast<int>(in.size()) == cap) // it held cap + 1 with this patient
                     eachOtherPair(in, rule, block, true);
             }
@@ -354,9 +420,13 @@ void CandidateStore::After(const Snapshot& snapshot, const std::vector<std::stri
         const std::vector<Person> around = Neighbours(p);
         std::unordered_map<std::string, int> masks;
         for (int rule = 1; rule <= CandidateRules::kCount; ++rule) {
+            const auto mine = CandidateRules::BlockKeys(rule, p);
+            if (mine.empty())
+                continue;
             const auto had = old ? CandidateRules::BlockKeys(rule, *old) : std::vector<std::string>();
-            for (const auto& block : CandidateRules::BlockKeys(rule, p)) {
-                const auto in = Members(around, rule, block);
+            const auto blocks = BlocksOf(around, rule);
+            for (const auto& block : mine) {
+                const auto in = Members(around, blocks, block);
                 if (!Has(had, block) && static_cast<int>(in.size()) == cap) // it now holds cap + 1
                     eachOtherPair(in, rule, block, false);
                 if (static_cast<int>(in.size()) + 1 > cap)
@@ -401,66 +471,13 @@ long long CandidateStore::Rebuild(const Progress& progress)
             while (q.executeStep())
                 ignored.emplace(q.getColumn(0).getString(), q.getColumn(1).getString());
         }
-        // Pair masks by (lower index, higher index) of `people`. Blocks are
-        // found by sorting hashes of the block keys; a run of equal hashes is
-        // split by the keys themselves, so a collision never joins two blocks.
+        // Pair masks by (lower index, higher index) of `people`.
         std::unordered_map<std::uint64_t, int> masks;
-        // (hash of a block key, patient, which of the patient's blocks it is)
-        std::vector<std::tuple<std::uint64_t, std::uint32_t, std::uint32_t>> hashed;
-        hashed.reserve(people.size());
-        const std::hash<std::string> hasher;
         for (int rule = 1; rule <= CandidateRules::kCount; ++rule) {
             report("blocking");
             // Rules of one block are paired in the pass of the first of them.
-            if (CandidateRules::SameBlockAs(rule) != rule)
-                continue;
-            std::vector<int> tests;
-            for (int other = rule; other <= CandidateRules::kCount; ++other)
-                if (CandidateRules::SameBlockAs(other) == rule)
-                    tests.push_back(other);
-            hashed.clear();
-            for (std::uint32_t i = 0; i < people.size(); ++i) {
-                const auto blocks = CandidateRules::BlockKeys(rule, people[i]);
-                for (std::uint32_t b = 0; b < blocks.size(); ++b)
-                    hashed.emplace_back(hasher(blocks[b]), i, b);
-            }
-            std::sort(hashed.begin(), hashed.end());
-            std::vector<std::pair<std::string, std::uint32_t>> run;
-            for (size_t start = 0; start < hashed.size();) {
-                size_t end = start + 1;
-                while (end < hashed.size() && std::get<0>(hashed[end]) == std::get<0>(hashed[start]))
-                    ++end;
-                if (end - start >= 2) {
-                    run.clear();
-                    for (size_t i = start; i < end; ++i) {
-                        const auto [hash, person, block] = hashed[i];
-                        run.emplace_back(CandidateRules::BlockKeys(rule, people[person])[block], person);
-                    }
-                    std::sort(run.begin(), run.end());
-                    for (size_t from = 0; from < run.size();) {
-                        size_t to = from + 1;
-                        while (to < run.size() && run[to].first == run[from].first)
-                            ++to;
-                        if (to - from >= 2 && static_cast<int>(to - from) <= cap) {
-                            for (size_t i = from; i < to; ++i)
-                                for (size_t j = i + 1; j < to; ++j) {
-                                    const std::uint32_t x = run[i].second, y = run[j].second;
-                                    int mask = 0;
-                                    for (const int test : tests)
-                                        if (CandidateRules::PairHolds(test, people[x], people[y]))
-                                            mask |= 1 << test;
-                                    if (!mask)
-                                        continue;
-                                    const std::uint64_t id =
-                                        (static_cast<std::uint64_t>(std::min(x, y)) << 32) | std::max(x, y);
-                                    masks[id] |= mask;
-                                }
-                        }
-                        from = to;
-                    }
-                }
-                start = end;
-            }
+            if (CandidateRules::SameBlockAs(rule) == rule)
+                PairBlocks(rule, people, cap, masks);
         }
         report("writing pairs");
         // A bulk load is faster into a bare table: the secondary indexes and
