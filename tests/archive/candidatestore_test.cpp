@@ -471,6 +471,24 @@ TEST_F(CandidateStoreTest, AnArchiveFromBeforeTheMonthRuleIsRebuiltOnOpen)
     EXPECT_EQ(Text("SELECT key_a || '/' || key_b FROM candidate_pairs"), std::min(a, b) + "/" + std::max(a, b));
 }
 
+// An archive written before the registration-error rules gets its pairs
+// recomputed, and the upkeep's first-name index, when this version opens it.
+TEST_F(CandidateStoreTest, AnArchiveFromBeforeTheRegistrationErrorRulesIsRebuiltOnOpen)
+{
+    const std::string a = P(m_north, "Novak", "Petra", "F", "19610101");
+    const std::string b = P(m_north, "Novak", "Petra", "F", "19710101");
+    Rebuild();
+    const std::string path = Path();
+    Db().Handle().exec("DELETE FROM candidate_pairs; DELETE FROM candidate_counts;"
+                       " DROP INDEX patients_by_first_name; PRAGMA user_version = 5");
+    ASSERT_TRUE(Fresh());
+    auto reopened = Archive::Open(path);
+    EXPECT_TRUE(CandidateStore(reopened->Db()).Fresh());
+    EXPECT_EQ(Count("SELECT count(*) FROM sqlite_master WHERE name = 'patients_by_first_name'"), 1);
+    EXPECT_EQ(Text("SELECT key_a || '/' || key_b || '/' || reason FROM candidate_pairs"),
+              std::min(a, b) + "/" + std::max(a, b) + "/" + std::to_string(CandidateRules::kNameBirthDigit));
+}
+
 TEST_F(CandidateStoreTest, LinkAndUnlinkTakeOutAndBringBackCrossOrganizationPairs)
 {
     const std::string n = P(m_north, "White", "Tom", "M", "19500101", "333");
