@@ -1,6 +1,8 @@
 #include "candidaterules.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
 #include <vector>
 
 namespace CandidateRules {
@@ -109,6 +111,16 @@ bool WithinEdits(const std::string& x, const std::string& y, int most)
     // `most` ends the search. Names fit the rows on the stack.
     if (x == y)
         return true;
+    // Each edit adds or removes at most two characters from the set of those
+    // present, so a cheap look at the sets turns most strangers away.
+    auto present = [](const std::string& text) {
+        std::uint32_t bits = 0;
+        for (const char c : text)
+            bits |= 1u << (static_cast<unsigned char>(c) % 32);
+        return bits;
+    };
+    if (std::popcount(present(x) ^ present(y)) > 2 * most)
+        return false;
     constexpr int kShort = 64;
     int stack[3][kShort + 1];
     std::vector<int> heap;
@@ -168,6 +180,16 @@ std::string Initial(const std::string& text)
     return FoldCase(text.substr(0, end));
 }
 
+std::string Final(const std::string& text)
+{
+    size_t start = text.size();
+    while (start > 0 && (static_cast<unsigned char>(text[start - 1]) & 0xC0) == 0x80)
+        --start;
+    if (start > 0)
+        --start;
+    return FoldCase(text.substr(start));
+}
+
 bool SexUnknown(const std::string& sex)
 {
     return sex.empty() || sex == "U";
@@ -196,9 +218,10 @@ bool OneDigitApart(const std::string& x, const std::string& y)
 
 // Either name as written, with the birth year in one block and the birth
 // month and day in another: one wrong digit leaves one of the two. Each comes
-// with the first letter of the other name, which keeps blocks of common names
-// small, and without it, for a mistyped first letter. A name is the same block
-// in either field, so names recorded in each other's fields meet too.
+// with the first letter of the other name, and again with its last letter:
+// one typing error leaves one of them, and blocks of common names stay
+// small. A name is the same block in either field, so names recorded in each
+// other's fields meet too.
 std::vector<std::string> NearBirthBlocks(const Person& p)
 {
     std::vector<std::string> blocks;
@@ -207,7 +230,7 @@ std::vector<std::string> NearBirthBlocks(const Person& p)
     const std::string year = "Y" + p.dob.substr(0, 4);
     const std::string day = p.dob.size() >= 8 ? "D" + p.dob.substr(4, 4) : std::string();
     for (const auto& [kept, other] : {std::pair(&p.last, &p.first), std::pair(&p.first, &p.last)})
-        for (const std::string& letter : {Initial(*other), std::string()}) {
+        for (const std::string& letter : {"I" + Initial(*other), "F" + Final(*other)}) {
             const std::string names = FoldCase(*kept) + '\x1f' + letter + '\x1f';
             for (const std::string* part : {&year, &day})
                 if (!part->empty() && std::find(blocks.begin(), blocks.end(), names + *part) == blocks.end())

@@ -29,7 +29,7 @@ constexpr int kNameBirthDigit = 12;    // last + first name as written, birth da
 constexpr int kSimilarNameBirth = 13;  // last and first name within two typing errors each + date of birth
 // A birth date near (one digit, day and month swapped, or no date on one)
 // and one name mistyped: the other name as written, the mistyped one's
-// first letter and the birth year make the block.
+// first or last letter and the birth year or month and day make the blocks.
 constexpr int kLastNameNearBirth = 14;  // last name as written, first name within two typing errors
 constexpr int kFirstNameNearBirth = 15; // first name as written, last name within two typing errors
 // The same blocks read either way round, for names recorded in each other's
@@ -75,8 +75,9 @@ BRAVIK_ARCHIVE_EXPORT bool WithinEdits(const std::string& x, const std::string& 
 BRAVIK_ARCHIVE_EXPORT bool ValidBirthDate(const std::string& dob);
 // Equal, one digit apart, day and month swapped, or either no date.
 BRAVIK_ARCHIVE_EXPORT bool BirthDatesNear(const std::string& x, const std::string& y);
-// The first character (UTF-8) of a text, ASCII letters upper-cased.
+// The first and the last character (UTF-8) of a text, ASCII letters upper-cased.
 BRAVIK_ARCHIVE_EXPORT std::string Initial(const std::string& text);
+BRAVIK_ARCHIVE_EXPORT std::string Final(const std::string& text);
 // No sex recorded, or the code for unknown.
 BRAVIK_ARCHIVE_EXPORT bool SexUnknown(const std::string& sex);
 

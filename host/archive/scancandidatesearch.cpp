@@ -89,14 +89,14 @@ std::string BirthDatesNear()
            " AND substr(a.dob, 7, 2) = substr(b.dob, 5, 2)))";
 }
 
-// The first letter of a name in the blocks that have one.
-std::string Letter(const std::string& column, bool withLetter)
+// The first or the last letter of a name.
+std::string Letter(const std::string& column, bool first)
 {
-    return withLetter ? "upper(substr(" + column + ", 1, 1))" : "''";
+    return "upper(substr(" + column + (first ? ", 1, 1))" : ", -1))");
 }
 
 // The three near-birth-date rules share their blocks: either name as written
-// (in either field), with or without the other name's first letter, and the
+// (in either field), with the other name's first or last letter, and the
 // birth year (`from` 1) or birth month and day (`from` 5). A pair in a block
 // takes the lowest of the three that holds.
 std::string NearBirth(const std::function<std::string(const std::string&)>& within)
@@ -109,7 +109,7 @@ std::string NearBirth(const std::function<std::string(const std::string&)>& with
                             " AND bravik_two_edits(a.first_name, b.last_name) THEN 16 END";
     std::string out;
     for (const int from : {1, 5})
-        for (const bool withLetter : {true, false})
+        for (const bool initial : {true, false})
             for (const auto& [name, other] : {std::pair<std::string, std::string>{"last_name", "first_name"},
                                               std::pair<std::string, std::string>{"first_name", "last_name"}}) {
                 // a's block: a's `name` with the letter of a's `other`.
@@ -117,8 +117,8 @@ std::string NearBirth(const std::function<std::string(const std::string&)>& with
                 auto member = [&](const std::string& t) {
                     auto side = [&](const std::string& own, const std::string& rest) {
                         return "(" + t + "." + own + " = a." + name + " COLLATE NOCASE AND " + t + "." + rest
-                             + " <> '' AND " + Letter(t + "." + rest, withLetter) + " = "
-                             + Letter("a." + other, withLetter) + ")";
+                             + " <> '' AND " + Letter(t + "." + rest, initial) + " = "
+                             + Letter("a." + other, initial) + ")";
                     };
                     return "(" + side("last_name", "first_name") + " OR " + side("first_name", "last_name")
                          + ") AND substr(" + t + ".dob, " + part + " = substr(a.dob, " + part;
