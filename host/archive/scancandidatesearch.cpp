@@ -126,7 +126,7 @@ std::string NearBirth(const std::function<std::string(const std::string&)>& with
                 out += " UNION ALL SELECT a.patient_key, b.patient_key, " + why
                      + " FROM patients a JOIN patients b ON a.patient_key < b.patient_key AND " + member("b")
                      + " WHERE a." + name + " <> '' AND a." + other + " <> '' AND length(a.dob) >= "
-                     + std::to_string(from + 3) + " AND length(a.dob) >= 4 AND " + why + " IS NOT NULL AND "
+                     + std::to_string(from + 3) + " AND " + why + " IS NOT NULL AND "
                      + BirthDatesNear() + within(member("z"));
             }
     return out;
