@@ -35,6 +35,8 @@
 #include <mutex>
 #include <thread>
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -125,8 +127,10 @@ int main(int argc, char** argv)
     }
     bool temporary = false;
     if (archivePath.empty()) {
+        // The process id keeps two runs on one machine off each other's archive.
         archivePath = (std::filesystem::temp_directory_path() /
-                       ("bravik-bench-candidates-" + std::to_string(patients) + "-" + std::to_string(seed) + ".db"))
+                       ("bravik-bench-candidates-" + std::to_string(patients) + "-" + std::to_string(seed) + "-"
+                        + std::to_string(getpid()) + ".db"))
                           .string();
         std::filesystem::remove(archivePath);
         temporary = true;
