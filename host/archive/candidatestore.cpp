@@ -51,6 +51,28 @@ std::vector<std::vector<std::string>> BlocksOf(const std::vector<Person>& around
     return out;
 }
 
+// The blocks of each patient of `around`, worked out once for the rules
+// that share them.
+class BlockCache
+{
+public:
+    explicit BlockCache(const std::vector<Person>& around)
+        : m_around(around)
+    {
+    }
+    const std::vector<std::vector<std::string>>& Of(int rule)
+    {
+        auto [it, added] = m_blocks.try_emplace(CandidateRules::SameBlockAs(rule));
+        if (added)
+            it->second = BlocksOf(m_around, rule);
+        return it->second;
+    }
+
+private:
+    const std::vector<Person>& m_around;
+    std::map<int, std::vector<std::vector<std::string>>> m_blocks;
+};
+
 // The patients of `around` in `block`, given their blocks.
 std::vector<const Person*> Members(const std::vector<Person>& around, const std::vector<std::vector<std::string>>& blocks,
                                    const std::string& block)
@@ -398,15 +420,13 @@ void CandidateStore::After(const Snapshot& snapshot, const std::vector<std::stri
     for (const Person& old : snapshot.before) {
         const auto it = now.find(old.key);
         const std::vector<Person> around = Neighbours(old);
+        BlockCache cache(around);
         for (int rule = 1; rule <= CandidateRules::kCount; ++rule) {
             const auto kept = it != now.end() ? CandidateRules::BlockKeys(rule, it->second) : std::vector<std::string>();
-            std::vector<std::vector<std::string>> blocks;
             for (const auto& block : CandidateRules::BlockKeys(rule, old)) {
                 if (Has(kept, block))
                     continue;
-                if (blocks.empty())
-                    blocks = BlocksOf(around, rule);
-                const auto in = Members(around, blocks, block);
+                const auto in = Members(around, cache.Of(rule), block);
                 if (static_cast<int>(in.size()) == cap) // it held cap + 1 with this patient
                     eachOtherPair(in, rule, block, true);
             }
@@ -418,13 +438,14 @@ void CandidateStore::After(const Snapshot& snapshot, const std::vector<std::stri
             if (b.key == key)
                 old = &b;
         const std::vector<Person> around = Neighbours(p);
+        BlockCache cache(around);
         std::unordered_map<std::string, int> masks;
         for (int rule = 1; rule <= CandidateRules::kCount; ++rule) {
             const auto mine = CandidateRules::BlockKeys(rule, p);
             if (mine.empty())
                 continue;
             const auto had = old ? CandidateRules::BlockKeys(rule, *old) : std::vector<std::string>();
-            const auto blocks = BlocksOf(around, rule);
+            const auto& blocks = cache.Of(rule);
             for (const auto& block : mine) {
                 const auto in = Members(around, blocks, block);
                 if (!Has(had, block) && static_cast<int>(in.size()) == cap) // it now holds cap + 1
