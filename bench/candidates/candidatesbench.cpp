@@ -1,5 +1,5 @@
-// Merge/link candidates over a large archive. Seeds patients with known true
-// duplicates (unless an archive seeded earlier is given), rebuilds the kept
+// Merge/link candidates over a large archive. Seeds patients and second registrations
+// written with data-entry errors (unless an archive seeded earlier is given), rebuilds the kept
 // pairs, runs a fixed query suite against the kept pairs and against the
 // straightforward query, and times creates and modifies with their upkeep.
 // Prints one "name value" line per figure; times in milliseconds unless the
@@ -16,25 +16,26 @@
 #include <archivedb.h>
 #include <candidaterules.h>
 #include <candidatestore.h>
-#include <demoseeder.h>
 #include <indexedcandidatesearch.h>
-#include <keygenerator.h>
 #include <scancandidatesearch.h>
 #include <sqlitepatientservice.h>
 #include <walcheckpointer.h>
+
+#include "registrationseeder.h"
 
 #include <bdatetime.h>
 #include <bpersonname.h>
 #include <patientdetailrecord.h>
 
 #include <SQLiteCpp/Statement.h>
-#include <SQLiteCpp/Transaction.h>
 #include <sqlite3.h>
 
 #include <atomic>
 #include <condition_variable>
 #include <mutex>
 #include <thread>
+
+#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
@@ -87,167 +88,6 @@ double PeakRssMb()
     return 0.0;
 }
 
-// Names built from syllables: thousands of last names with a realistic skew.
-struct Names
-{
-    std::vector<std::string> last, female, male;
-    explicit Names(std::mt19937_64& rng)
-    {
-        const char* onset[] = {"B", "C", "D", "F", "G", "H", "J", "K", "L", "M", "N", "P", "R", "S", "T", "V", "W",
-                               "Br", "Ch", "Cl", "Dr", "Gr", "Kr", "Sh", "St", "Th", "Tr", "Wh"};
-        const char* vowel[] = {"a", "e", "i", "o", "u", "ai", "ea", "ou", "y"};
-        const char* coda[] = {"n", "r", "s", "l", "m", "t", "ck", "rd", "nd", "ll", "ns", "rt", "tt", "x", ""};
-        const char* tail[] = {"son", "ton", "er", "man", "ley", "ford", "berg", "well", "ski", "ez", "o", "a", ""};
-        auto pick = [&](auto& arr) { return std::string(arr[rng() % (sizeof(arr) / sizeof(arr[0]))]); };
-        for (int i = 0; i < 6000; ++i)
-            last.push_back(pick(onset) + pick(vowel) + pick(coda) + pick(tail));
-        for (int i = 0; i < 400; ++i) {
-            std::string f = pick(onset) + pick(vowel) + pick(coda);
-            female.push_back(f + (i % 2 ? "a" : "ie"));
-            male.push_back(f + (i % 2 ? "o" : "en"));
-        }
-    }
-};
-
-struct Seeded
-{
-    std::string lastName, firstName; // of one patient that is in exactly one true pair
-};
-
-std::string Typo(std::string s, std::mt19937_64& rng)
-{
-    if (s.size() < 4)
-        return s + "e";
-    const size_t i = 1 + rng() % (s.size() - 2);
-    switch (rng() % 3) {
-    case 0: std::swap(s[i], s[i + 1]); break;
-    case 1: s.erase(i, 1); break;
-    default: s.insert(i, 1, s[i]); break;
-    }
-    return s;
-}
-
-void SeedPatients(ArchiveDb& db, int patients, std::uint64_t seed)
-{
-    DemoSeeder(db).SeedSite(seed);
-    std::mt19937_64 rng(seed);
-    Names names(rng);
-    KeyGenerator keys(seed * 7 + 3);
-    std::vector<std::string> orgs;
-    {
-        SQLite::Statement q(db.Handle(), "SELECT org_key FROM organizations WHERE org_id IN ('NORTHSIDE', 'LAKEVIEW', "
-                                         "'STMARY') ORDER BY org_id");
-        while (q.executeStep())
-            orgs.push_back(q.getColumn(0).getString());
-    }
-    db.Handle().exec("CREATE TABLE IF NOT EXISTS bench_true_pairs (key_a TEXT, key_b TEXT, kind INTEGER, "
-                     "PRIMARY KEY (key_a, key_b))");
-    SQLite::Statement ins(db.Handle(),
-                          "INSERT INTO patients(patient_key, org_key, mrn, last_name, first_name, middle_name, sex_code, "
-                          "dob, global_id, created, modified) VALUES (?, ?, ?, ?, ?, '', ?, ?, ?, '', '')");
-    SQLite::Statement truth(db.Handle(), "INSERT INTO bench_true_pairs(key_a, key_b, kind) VALUES (?, ?, ?)");
-    long long mrn = 0;
-    struct P { std::string last, first, sex, dob, gid; size_t org; };
-    auto insert = [&](const P& p) {
-        const std::string key = keys.Next();
-        ins.bind(1, key);
-        ins.bind(2, orgs[p.org]);
-        ins.bind(3, std::to_string(1000000 + ++mrn));
-        ins.bind(4, p.last);
-        ins.bind(5, p.first);
-        ins.bind(6, p.sex);
-        ins.bind(7, p.dob);
-        ins.bind(8, p.gid);
-        ins.exec();
-        ins.reset();
-        return key;
-    };
-    // Zipf-like skew: a few very common last names, a long tail.
-    std::vector<double> weights(names.last.size());
-    for (size_t i = 0; i < weights.size(); ++i)
-        weights[i] = 1.0 / static_cast<double>(i + 10);
-    std::discrete_distribution<size_t> lastDist(weights.begin(), weights.end());
-    int written = 0;
-    while (written < patients) {
-        SQLite::Transaction tx(db.Handle());
-        const int end = std::min(patients, written + 20000);
-        while (written < end) {
-            P p;
-            p.sex = rng() % 2 ? "F" : "M";
-            p.last = names.last[lastDist(rng)];
-            p.first = p.sex == "F" ? names.female[rng() % names.female.size()] : names.male[rng() % names.male.size()];
-            char dob[16];
-            std::snprintf(dob, sizeof dob, "%04d%02d%02d", static_cast<int>(1925 + rng() % 98),
-                          static_cast<int>(1 + rng() % 12), static_cast<int>(1 + rng() % 28));
-            p.dob = dob;
-            if (rng() % 10 < 7)
-                p.gid = std::to_string(100000000 + (static_cast<long long>(written) * 7919 + 104729) % 899999999);
-            p.org = rng() % orgs.size();
-            const std::string key = insert(p);
-            ++written;
-            // About 5% get a second registration of the same person.
-            if (written >= end || rng() % 100 >= 5)
-                continue;
-            P d = p;
-            // The kinds of second registration and how often each happens.
-            const int roll = static_cast<int>(rng() % 100);
-            int kind = 0;
-            if (roll < 15) {
-                kind = 0; // registered twice
-            } else if (roll < 30) {
-                kind = 1; // at another hospital
-                d.org = (p.org + 1) % orgs.size();
-            } else if (roll < 45) {
-                kind = 2; // last-name typo, same identifier
-                d.last = Typo(d.last, rng);
-            } else if (roll < 55) {
-                kind = 3; // last-name typo, no identifier
-                d.last = Typo(d.last, rng);
-                d.gid.clear();
-            } else if (roll < 65) {
-                kind = 4; // day and month swapped (only possible when the day could be a month), no identifier
-                if (d.dob.substr(6, 2) <= "12") {
-                    std::swap(d.dob[4], d.dob[6]);
-                    std::swap(d.dob[5], d.dob[7]);
-                } else {
-                    d.first = Typo(d.first, rng);
-                }
-                d.gid.clear();
-            } else if (roll < 73) {
-                kind = 5; // first and last name swapped, no identifier
-                std::swap(d.first, d.last);
-                d.gid.clear();
-            } else if (roll < 85) {
-                kind = 6; // first-name typo, no identifier
-                d.first = Typo(d.first, rng);
-                d.gid.clear();
-            } else if (roll < 95) {
-                kind = 7; // birth date off by a day, same identifier
-                d.dob[7] = d.dob[7] == '1' ? '2' : '1';
-            } else if (roll < 98) {
-                kind = 8; // another hospital, no identifier
-                d.gid.clear();
-                d.org = (p.org + 1) % orgs.size();
-            } else {
-                kind = 9; // birth year and first name wrong, no identifier: no rule can see it
-                d.dob[3] = d.dob[3] == '0' ? '1' : '0';
-                d.first = Typo(d.first, rng);
-                d.gid.clear();
-            }
-            const std::string other = insert(d);
-            ++written;
-            truth.bind(1, std::min(key, other));
-            truth.bind(2, std::max(key, other));
-            truth.bind(3, kind);
-            truth.exec();
-            truth.reset();
-        }
-        tx.commit();
-        std::fprintf(stderr, "\rseeding: %d / %d patients", written, patients);
-    }
-    std::fprintf(stderr, "\n");
-}
-
 struct Query
 {
     std::string name;
@@ -287,8 +127,10 @@ int main(int argc, char** argv)
     }
     bool temporary = false;
     if (archivePath.empty()) {
+        // The process id keeps two runs on one machine off each other's archive.
         archivePath = (std::filesystem::temp_directory_path() /
-                       ("bravik-bench-candidates-" + std::to_string(patients) + "-" + std::to_string(seed) + ".db"))
+                       ("bravik-bench-candidates-" + std::to_string(patients) + "-" + std::to_string(seed) + "-"
+                        + std::to_string(getpid()) + ".db"))
                           .string();
         std::filesystem::remove(archivePath);
         temporary = true;
@@ -299,7 +141,7 @@ int main(int argc, char** argv)
         long long existing = db.Handle().execAndGet("SELECT count(*) FROM patients").getInt64();
         if (existing == 0) {
             const auto start = Clock::now();
-            SeedPatients(db, patients, seed);
+            RegistrationSeeder::Seed(db, patients, seed);
             seedSeconds = Ms(start) / 1000.0;
             existing = patients;
         }
@@ -313,7 +155,12 @@ int main(int argc, char** argv)
     ArchiveDb& db = archive->Db();
     {
         const auto start = Clock::now();
-        CandidateStore(db).Rebuild();
+        // Where the rebuild spends its time, on stderr.
+        auto last = Clock::now();
+        CandidateStore(db).Rebuild([&](int step, int steps, const char* what) {
+            std::fprintf(stderr, "rebuild step %d / %d (%s) after %.3f s\n", step, steps, what, Ms(last) / 1000.0);
+            last = Clock::now();
+        });
         // Until the rebuilt pages have reached the file the log checkpoint
         // competes with every query; it is part of the rebuild's cost.
         archive->Checkpointer().WaitIdle();
@@ -330,22 +177,39 @@ int main(int argc, char** argv)
     }
     Figure("pairs", pairs);
     Figure("pairs_per_record", static_cast<double>(pairs) / patients);
-    const bool haveTruth = db.Handle().tableExists("bench_true_pairs");
-    if (haveTruth) {
-        const double truthCount = db.Handle().execAndGet("SELECT count(*) FROM bench_true_pairs").getDouble();
+    if (db.Handle().tableExists("bench_duplicates")) {
+        const double truthCount = db.Handle().execAndGet("SELECT count(*) FROM bench_duplicates").getDouble();
         const double found = db.Handle()
-                                 .execAndGet("SELECT count(*) FROM bench_true_pairs t JOIN candidate_pairs c "
+                                 .execAndGet("SELECT count(*) FROM bench_duplicates t JOIN candidate_pairs c "
                                              "ON c.key_a = t.key_a AND c.key_b = t.key_b")
                                  .getDouble();
         Figure("true_pairs", static_cast<long long>(truthCount));
         Figure("pair_completeness", truthCount > 0 ? found / truthCount : 0.0);
-        // Per kind of second registration (see SeedPatients), to show what the rules miss.
-        SQLite::Statement k(db.Handle(), "SELECT t.kind, count(*), sum(c.key_a IS NOT NULL) FROM bench_true_pairs t "
-                                         "LEFT JOIN candidate_pairs c ON c.key_a = t.key_a AND c.key_b = t.key_b "
-                                         "GROUP BY t.kind ORDER BY t.kind");
-        while (k.executeStep())
-            Figure("pair_completeness_kind" + k.getColumn(0).getString(),
-                   k.getColumn(2).getDouble() / std::max(1.0, k.getColumn(1).getDouble()));
+        Figure("pair_quality", pairs > 0 ? found / static_cast<double>(pairs) : 0.0);
+        // Per kind of error, over the true pairs whose second registration has it.
+        for (int kind = 0; kind < RegistrationSeeder::KindCount; ++kind) {
+            SQLite::Statement k(db.Handle(), "SELECT count(*), sum(c.key_a IS NOT NULL) FROM bench_duplicates t "
+                                             "LEFT JOIN candidate_pairs c ON c.key_a = t.key_a AND c.key_b = t.key_b "
+                                             "WHERE t.errors & ?");
+            k.bind(1, 1 << kind);
+            if (k.executeStep())
+                Figure(std::string("pair_completeness_") + RegistrationSeeder::KindName(kind),
+                       k.getColumn(1).getDouble() / std::max(1.0, k.getColumn(0).getDouble()));
+        }
+        // By number of errors (the other organization is not one).
+        SQLite::Statement n(db.Handle(), "SELECT t.errors, c.key_a IS NOT NULL FROM bench_duplicates t "
+                                         "LEFT JOIN candidate_pairs c ON c.key_a = t.key_a AND c.key_b = t.key_b");
+        std::map<int, std::pair<double, double>> byCount;
+        while (n.executeStep()) {
+            int bits = n.getColumn(0).getInt() & ~(1 << RegistrationSeeder::OtherOrganization);
+            int count = 0;
+            for (; bits; bits &= bits - 1)
+                ++count;
+            byCount[count].first += 1;
+            byCount[count].second += n.getColumn(1).getInt();
+        }
+        for (const auto& [count, tally] : byCount)
+            Figure("pair_completeness_errors" + std::to_string(count), tally.second / std::max(1.0, tally.first));
     }
 
     // The suite's parameters come from the data so every query has answers.

@@ -1,6 +1,9 @@
 #include "candidaterules.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <vector>
 
 namespace CandidateRules {
 
@@ -82,6 +85,208 @@ std::string SwapDayMonth(const std::string& dob)
     return dob.substr(0, 4) + day + month;
 }
 
+bool OneTypingErrorApart(const std::string& x, const std::string& y)
+{
+    if (x.empty() || x.size() != y.size())
+        return false;
+    size_t first = x.size(), count = 0;
+    for (size_t i = 0; i < x.size(); ++i)
+        if (x[i] != y[i]) {
+            if (++count > 2)
+                return false;
+            if (first == x.size())
+                first = i;
+        }
+    if (count == 1)
+        return true;
+    return count == 2 && first + 1 < x.size() && x[first] == y[first + 1] && x[first + 1] == y[first];
+}
+
+bool WithinEdits(const std::string& x, const std::string& y, int most)
+{
+    const int n = static_cast<int>(x.size()), m = static_cast<int>(y.size());
+    if (n - m > most || m - n > most)
+        return false;
+    // Three rows of the alignment table; a row whose every cell is past
+    // `most` ends the search. Names fit the rows on the stack.
+    if (x == y)
+        return true;
+    // Each edit adds or removes at most two characters from the set of those
+    // present, so a cheap look at the sets turns most strangers away.
+    auto present = [](const std::string& text) {
+        std::uint32_t bits = 0;
+        for (const char c : text)
+            bits |= 1u << (static_cast<unsigned char>(c) % 32);
+        return bits;
+    };
+    if (std::popcount(present(x) ^ present(y)) > 2 * most)
+        return false;
+    constexpr int kShort = 64;
+    int stack[3][kShort + 1];
+    std::vector<int> heap;
+    int* before = stack[0];
+    int* last = stack[1];
+    int* row = stack[2];
+    if (m > kShort) {
+        heap.resize(3 * static_cast<size_t>(m + 1));
+        before = heap.data();
+        last = before + m + 1;
+        row = last + m + 1;
+    }
+    for (int j = 0; j <= m; ++j)
+        last[j] = j;
+    for (int i = 1; i <= n; ++i) {
+        row[0] = i;
+        int best = row[0];
+        for (int j = 1; j <= m; ++j) {
+            const int cost = x[i - 1] == y[j - 1] ? 0 : 1;
+            int v = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + cost});
+            if (i > 1 && j > 1 && x[i - 1] == y[j - 2] && x[i - 2] == y[j - 1])
+                v = std::min(v, before[j - 2] + 1);
+            row[j] = v;
+            best = std::min(best, v);
+        }
+        if (best > most)
+            return false;
+        std::swap(before, last);
+        std::swap(last, row);
+    }
+    return last[m] <= most;
+}
+
+bool ValidBirthDate(const std::string& dob)
+{
+    if (dob.size() != 8 || !std::all_of(dob.begin(), dob.end(), [](char c) { return c >= '0' && c <= '9'; }))
+        return false;
+    auto number = [&](size_t at, size_t length) {
+        int n = 0;
+        for (size_t i = at; i < at + length; ++i)
+            n = n * 10 + (dob[i] - '0');
+        return n;
+    };
+    const int year = number(0, 4), month = number(4, 2), day = number(6, 2);
+    static const int kDays[] = {31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    if (year < 1 || month < 1 || month > 12 || day < 1 || day > kDays[month - 1])
+        return false;
+    const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+    return month != 2 || day < 29 || leap;
+}
+
+std::string Initial(const std::string& text)
+{
+    size_t end = text.empty() ? 0 : 1;
+    while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
+        ++end;
+    return FoldCase(text.substr(0, end));
+}
+
+std::string Final(const std::string& text)
+{
+    size_t start = text.size();
+    while (start > 0 && (static_cast<unsigned char>(text[start - 1]) & 0xC0) == 0x80)
+        --start;
+    if (start > 0)
+        --start;
+    return FoldCase(text.substr(start));
+}
+
+bool SexUnknown(const std::string& sex)
+{
+    return sex.empty() || sex == "U";
+}
+
+namespace {
+
+// The names as written, case ignored: the block of the rules that look at
+// everything else.
+std::string WrittenNames(const Person& p)
+{
+    if (p.last.empty() || p.first.empty())
+        return std::string();
+    return FoldCase(p.last) + '\x1f' + FoldCase(p.first);
+}
+
+bool OneDigitApart(const std::string& x, const std::string& y)
+{
+    if (x.size() != 8 || y.size() != 8)
+        return false;
+    int differ = 0;
+    for (size_t i = 0; i < 8; ++i)
+        differ += x[i] != y[i];
+    return differ == 1;
+}
+
+// Either name as written, with the birth year in one block and the birth
+// month and day in another: one wrong digit leaves one of the two. Each comes
+// with the first letter of the other name, and again with its last letter:
+// one typing error leaves one of them, and blocks of common names stay
+// small. A name is the same block in either field, so names recorded in each
+// other's fields meet too.
+std::vector<std::string> NearBirthBlocks(const Person& p)
+{
+    std::vector<std::string> blocks;
+    if (p.last.empty() || p.first.empty() || p.dob.size() < 4)
+        return blocks;
+    const std::string year = "Y" + p.dob.substr(0, 4);
+    const std::string day = p.dob.size() >= 8 ? "D" + p.dob.substr(4, 4) : std::string();
+    for (const auto& [kept, other] : {std::pair(&p.last, &p.first), std::pair(&p.first, &p.last)})
+        for (const std::string& letter : {"I" + Initial(*other), "F" + Final(*other)}) {
+            const std::string names = FoldCase(*kept) + '\x1f' + letter + '\x1f';
+            for (const std::string* part : {&year, &day})
+                if (!part->empty() && std::find(blocks.begin(), blocks.end(), names + *part) == blocks.end())
+                    blocks.push_back(names + *part);
+        }
+    return blocks;
+}
+
+// Equal with ASCII case ignored.
+bool SameFolded(const std::string& x, const std::string& y)
+{
+    if (x.size() != y.size())
+        return false;
+    for (size_t i = 0; i < x.size(); ++i) {
+        const char a = x[i] >= 'a' && x[i] <= 'z' ? static_cast<char>(x[i] - 'a' + 'A') : x[i];
+        const char b = y[i] >= 'a' && y[i] <= 'z' ? static_cast<char>(y[i] - 'a' + 'A') : y[i];
+        if (a != b)
+            return false;
+    }
+    return true;
+}
+
+bool SimilarNames(const Person& x, const Person& y)
+{
+    if (x.normLast.empty() || x.normFirst.empty() || y.normLast.empty() || y.normFirst.empty())
+        return false;
+    return (WithinEdits(x.normLast, y.normLast, 2) && WithinEdits(x.normFirst, y.normFirst, 2))
+        || (WithinEdits(x.normLast, y.normFirst, 2) && WithinEdits(x.normFirst, y.normLast, 2));
+}
+
+} // namespace
+
+bool BirthDatesNear(const std::string& x, const std::string& y)
+{
+    if (x == y || OneDigitApart(x, y))
+        return true;
+    if (x.size() == 8 && y.size() == 8 && x.compare(0, 4, y, 0, 4) == 0 && x.compare(4, 2, y, 6, 2) == 0
+        && x.compare(6, 2, y, 4, 2) == 0)
+        return true;
+    return !ValidBirthDate(x) || !ValidBirthDate(y);
+}
+
+int SameBlockAs(int rule)
+{
+    switch (rule) {
+    case kSimilarNameBirth: return kNearIdentifierBirth;
+    case kNameBirthMissing:
+    case kNameBirthDigit: return kNearIdentifierName;
+    case kFirstNameNearBirth:
+    case kSwappedNearBirth: return kLastNameNearBirth;
+    default: return rule;
+    }
+}
+
+namespace {
+
 std::string BlockKey(int rule, const Person& p)
 {
     const char sep = '\x1f';
@@ -118,9 +323,32 @@ std::string BlockKey(int rule, const Person& p)
             return std::string();
         return FoldCase(p.last) + sep + FoldCase(p.first) + sep + month;
     }
+    case kNearIdentifierBirth:
+    case kSimilarNameBirth:
+        return p.dob;
+    case kNearIdentifierName:
+    case kNameBirthMissing:
+    case kNameBirthDigit:
+        return WrittenNames(p);
+    case kFirstNameBirthNoSex:
+        if (p.normFirst.empty() || p.dob.empty())
+            return std::string();
+        return p.normFirst + sep + p.dob;
     default:
         return std::string();
     }
+}
+
+} // namespace
+
+std::vector<std::string> BlockKeys(int rule, const Person& p)
+{
+    if (SameBlockAs(rule) == kLastNameNearBirth)
+        return NearBirthBlocks(p);
+    std::string block = BlockKey(rule, p);
+    if (block.empty())
+        return {};
+    return {std::move(block)};
 }
 
 bool PairHolds(int rule, const Person& x, const Person& y)
@@ -130,6 +358,24 @@ bool PairHolds(int rule, const Person& x, const Person& y)
         return x.dob != y.dob;
     case kNamesSwapped:
         return x.normLast == y.normFirst;
+    case kNearIdentifierBirth:
+    case kNearIdentifierName:
+        return OneTypingErrorApart(x.gid, y.gid);
+    case kFirstNameBirthNoSex:
+        return SexUnknown(x.sex) || SexUnknown(y.sex);
+    case kNameBirthMissing:
+        return !ValidBirthDate(x.dob) || !ValidBirthDate(y.dob);
+    case kNameBirthDigit:
+        return OneDigitApart(x.dob, y.dob);
+    case kSimilarNameBirth:
+        return SimilarNames(x, y);
+    case kLastNameNearBirth:
+        return BirthDatesNear(x.dob, y.dob) && SameFolded(x.last, y.last) && WithinEdits(x.normFirst, y.normFirst, 2);
+    case kFirstNameNearBirth:
+        return BirthDatesNear(x.dob, y.dob) && SameFolded(x.first, y.first) && WithinEdits(x.normLast, y.normLast, 2);
+    case kSwappedNearBirth:
+        return BirthDatesNear(x.dob, y.dob) && WithinEdits(x.normLast, y.normFirst, 2)
+            && WithinEdits(x.normFirst, y.normLast, 2);
     default:
         return true;
     }
@@ -137,7 +383,9 @@ bool PairHolds(int rule, const Person& x, const Person& y)
 
 const char* ReasonCode(int rule)
 {
-    static const char* const kCodes[] = {"", "GID", "NAMEDOB", "SOUNDDOB", "FIRSTDOBSEX", "DOBSWAP", "NAMESWAP", "NAMEYM"};
+    static const char* const kCodes[] = {"", "GID", "NAMEDOB", "SOUNDDOB", "FIRSTDOBSEX", "DOBSWAP", "NAMESWAP", "NAMEYM",
+                                         "GIDDOB", "GIDNAME", "FIRSTDOBNOSEX", "NAMENODOB", "NAMEDOBDIGIT", "SIMNAMEDOB",
+                                         "LASTNEARDOB", "FIRSTNEARDOB", "SWAPNEARDOB"};
     return rule >= 1 && rule <= kCount ? kCodes[rule] : "";
 }
 
@@ -150,7 +398,16 @@ const char* DefaultReasonText(int rule)
                                          "Same First Name, Date of Birth and Sex",
                                          "Same Name, Birth Day and Month Swapped",
                                          "First and Last Name Swapped",
-                                         "Same Name, Birth Year and Month"};
+                                         "Same Name, Birth Year and Month",
+                                         "Similar SSN and Same Date of Birth",
+                                         "Similar SSN and Same Name",
+                                         "Same First Name and Date of Birth, Sex Unknown",
+                                         "Same Name, Date of Birth Missing or Invalid",
+                                         "Same Name, Date of Birth One Digit Apart",
+                                         "Similar Name and Same Date of Birth",
+                                         "Same Last Name, Similar First Name and Date of Birth",
+                                         "Same First Name, Similar Last Name and Date of Birth",
+                                         "Names Swapped, Similar Date of Birth"};
     return rule >= 1 && rule <= kCount ? kTexts[rule] : "";
 }
 

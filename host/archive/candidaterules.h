@@ -3,9 +3,10 @@
 #include "bravik_archive_export.h"
 
 #include <string>
+#include <vector>
 
 // The blocking rules that make two patients merge/link candidates. Each rule
-// turns a patient into a block key; two patients of one block are a pair when
+// turns a patient into block keys; two patients of one block are a pair when
 // the rule's own pair test also holds. Numbered in the order a pair's reason
 // is chosen: the lowest rule that holds names it.
 namespace CandidateRules {
@@ -17,7 +18,24 @@ constexpr int kFirstNameBirthSex = 4;  // first name + date of birth + sex
 constexpr int kDayMonthSwapped = 5;    // last + first name, birth day and month swapped
 constexpr int kNamesSwapped = 6;       // first and last name swapped + date of birth
 constexpr int kNameBirthMonth = 7;     // last + first name as written (case ignored) + birth year and month
-constexpr int kCount = 7;
+// Rules for the ordinary errors of registration desks. Those with the names
+// as written share one block (the names, case ignored), those on the birth
+// date share another.
+constexpr int kNearIdentifierBirth = 8; // identifiers one typing error apart + date of birth
+constexpr int kNearIdentifierName = 9;  // identifiers one typing error apart + last + first name as written
+constexpr int kFirstNameBirthNoSex = 10; // first name + date of birth, sex unknown on either
+constexpr int kNameBirthMissing = 11;  // last + first name as written, a birth date missing or no date
+constexpr int kNameBirthDigit = 12;    // last + first name as written, birth dates one digit apart
+constexpr int kSimilarNameBirth = 13;  // last and first name within two typing errors each + date of birth
+// A birth date near (one digit, day and month swapped, or no date on one)
+// and one name mistyped: the other name as written, the mistyped one's
+// first or last letter and the birth year or month and day make the blocks.
+constexpr int kLastNameNearBirth = 14;  // last name as written, first name within two typing errors
+constexpr int kFirstNameNearBirth = 15; // first name as written, last name within two typing errors
+// The same blocks read either way round, for names recorded in each other's
+// fields: either name as written with the other's first letter.
+constexpr int kSwappedNearBirth = 16;   // first and last name swapped, each within two typing errors
+constexpr int kCount = 16;
 
 // A block larger than this yields no pairs for its rule (site setting).
 constexpr int kDefaultBlockCap = 50;
@@ -47,9 +65,29 @@ BRAVIK_ARCHIVE_EXPORT std::string FoldCase(const std::string& text);
 // The YYYYMM start of a birth date, empty for a date too short to have one.
 BRAVIK_ARCHIVE_EXPORT std::string BirthMonth(const std::string& dob);
 
-// Empty when the rule does not apply to the patient.
-BRAVIK_ARCHIVE_EXPORT std::string BlockKey(int rule, const Person& p);
-// For two patients with the same block key of `rule`.
+// Two identifiers of one length that differ by one character or by two
+// neighbouring characters swapped.
+BRAVIK_ARCHIVE_EXPORT bool OneTypingErrorApart(const std::string& x, const std::string& y);
+// Whether the optimal string alignment distance (edits and neighbour swaps)
+// of two texts is at most `most`.
+BRAVIK_ARCHIVE_EXPORT bool WithinEdits(const std::string& x, const std::string& y, int most);
+// A YYYYMMDD text that names a real day.
+BRAVIK_ARCHIVE_EXPORT bool ValidBirthDate(const std::string& dob);
+// Equal, one digit apart, day and month swapped, or either no date.
+BRAVIK_ARCHIVE_EXPORT bool BirthDatesNear(const std::string& x, const std::string& y);
+// The first and the last character (UTF-8) of a text, ASCII letters upper-cased.
+BRAVIK_ARCHIVE_EXPORT std::string Initial(const std::string& text);
+BRAVIK_ARCHIVE_EXPORT std::string Final(const std::string& text);
+// No sex recorded, or the code for unknown.
+BRAVIK_ARCHIVE_EXPORT bool SexUnknown(const std::string& sex);
+
+// Rules whose block keys are the same: the lowest of them (or the rule itself).
+BRAVIK_ARCHIVE_EXPORT int SameBlockAs(int rule);
+// The patient's blocks of a rule: none when the rule does not apply, one for
+// most rules, two for the near-birth-date rules. Two patients are a pair of
+// the rule when they share a block no larger than the cap and PairHolds.
+BRAVIK_ARCHIVE_EXPORT std::vector<std::string> BlockKeys(int rule, const Person& p);
+// For two patients sharing a block of `rule`.
 BRAVIK_ARCHIVE_EXPORT bool PairHolds(int rule, const Person& x, const Person& y);
 
 // The link/merge reason dictionary code of a rule, and the text used when the

@@ -36,6 +36,54 @@ Person ReadPerson(SQLite::Statement& q)
     return p;
 }
 
+bool Has(const std::vector<std::string>& blocks, const std::string& block)
+{
+    return std::find(blocks.begin(), blocks.end(), block) != blocks.end();
+}
+
+// The blocks of `rule` of each patient of `around`.
+std::vector<std::vector<std::string>> BlocksOf(const std::vector<Person>& around, int rule)
+{
+    std::vector<std::vector<std::string>> out;
+    out.reserve(around.size());
+    for (const auto& n : around)
+        out.push_back(CandidateRules::BlockKeys(rule, n));
+    return out;
+}
+
+// The blocks of each patient of `around`, worked out once for the rules
+// that share them.
+class BlockCache
+{
+public:
+    explicit BlockCache(const std::vector<Person>& around)
+        : m_around(around)
+    {
+    }
+    const std::vector<std::vector<std::string>>& Of(int rule)
+    {
+        auto [it, added] = m_blocks.try_emplace(CandidateRules::SameBlockAs(rule));
+        if (added)
+            it->second = BlocksOf(m_around, rule);
+        return it->second;
+    }
+
+private:
+    const std::vector<Person>& m_around;
+    std::map<int, std::vector<std::vector<std::string>>> m_blocks;
+};
+
+// The patients of `around` in `block`, given their blocks.
+std::vector<const Person*> Members(const std::vector<Person>& around, const std::vector<std::vector<std::string>>& blocks,
+                                   const std::string& block)
+{
+    std::vector<const Person*> out;
+    for (size_t i = 0; i < around.size(); ++i)
+        if (Has(blocks[i], block))
+            out.push_back(&around[i]);
+    return out;
+}
+
 int LowestRule(int rules)
 {
     for (int r = 1; r <= CandidateRules::kCount; ++r)
@@ -69,6 +117,55 @@ void BindPair(SQLite::Statement& st, const Person& x, const Person& y, int rules
         st.bind(i++, p->sex);
         st.bind(i++, p->dob);
         st.bind(i++, p->gid);
+    }
+}
+
+// A second hash of another kind than std::hash (FNV-1a).
+std::uint64_t OtherHash(const std::string& text)
+{
+    std::uint64_t h = 14695981039346656037ull;
+    for (const char c : text)
+        h = (h ^ static_cast<unsigned char>(c)) * 1099511628211ull;
+    return h;
+}
+
+// Adds the pairs of one rule (and of the rules sharing its blocks) to
+// `masks`, keyed by (lower index, higher index) of `people`. Blocks are found
+// by sorting two unrelated 64-bit hashes of the block keys, so two blocks are
+// joined only when both hashes of their keys collide at once.
+void PairBlocks(int rule, const std::vector<Person>& people, int cap, std::unordered_map<std::uint64_t, int>& masks)
+{
+    std::vector<int> tests;
+    for (int other = rule; other <= CandidateRules::kCount; ++other)
+        if (CandidateRules::SameBlockAs(other) == rule)
+            tests.push_back(other);
+    std::vector<std::tuple<std::uint64_t, std::uint64_t, std::uint32_t>> hashed;
+    hashed.reserve(people.size());
+    const std::hash<std::string> hasher;
+    for (std::uint32_t i = 0; i < people.size(); ++i)
+        for (const auto& block : CandidateRules::BlockKeys(rule, people[i]))
+            hashed.emplace_back(hasher(block), OtherHash(block), i);
+    std::sort(hashed.begin(), hashed.end());
+    for (size_t from = 0; from < hashed.size();) {
+        size_t to = from + 1;
+        while (to < hashed.size() && std::get<0>(hashed[to]) == std::get<0>(hashed[from])
+               && std::get<1>(hashed[to]) == std::get<1>(hashed[from]))
+            ++to;
+        if (to - from >= 2 && static_cast<int>(to - from) <= cap) {
+            for (size_t i = from; i < to; ++i)
+                for (size_t j = i + 1; j < to; ++j) {
+                    const std::uint32_t x = std::get<2>(hashed[i]), y = std::get<2>(hashed[j]);
+                    if (x == y)
+                        continue;
+                    int mask = 0;
+                    for (const int test : tests)
+                        if (CandidateRules::PairHolds(test, people[x], people[y]))
+                            mask |= 1 << test;
+                    if (mask)
+                        masks[(static_cast<std::uint64_t>(std::min(x, y)) << 32) | std::max(x, y)] |= mask;
+                }
+        }
+        from = to;
     }
 }
 
@@ -151,24 +248,48 @@ std::vector<Person> CandidateStore::Neighbours(const Person& p)
     const std::string byDob = std::string("SELECT ") + kPersonColumns + " FROM patients WHERE dob = ? AND dob <> ''";
     run(byDob, p.dob);
     run(byDob, CandidateRules::SwapDayMonth(p.dob));
-    // The same names as written, born in the same month (the name index, case-blind).
-    const std::string month = CandidateRules::BirthMonth(p.dob);
-    if (!month.empty() && !p.last.empty() && !p.first.empty()) {
-        std::string next = month;
-        next.back() = static_cast<char>(next.back() + 1);
+    // The same names as written, whatever the birth date (the name index, case-blind).
+    if (!p.last.empty() && !p.first.empty()) {
         auto& q = m_db.Prepare(std::string("SELECT ") + kPersonColumns + " FROM patients WHERE last_name = ?1 COLLATE "
-                               "NOCASE AND first_name = ?2 COLLATE NOCASE AND dob >= ?3 AND dob < ?4");
+                               "NOCASE AND first_name = ?2 COLLATE NOCASE");
         q.bind(1, p.last);
         q.bind(2, p.first);
-        q.bind(3, month);
-        q.bind(4, next);
         collect(q);
+    }
+    // One name as written, the same birth year or the same birth month and
+    // day (a name index each, case-blind).
+    auto nearBirth = [&](const char* column, const std::string& name) {
+        if (name.empty() || p.last.empty() || p.first.empty() || p.dob.size() < 4)
+            return;
+        auto& q = m_db.Prepare(std::string("SELECT ") + kPersonColumns + " FROM patients WHERE " + column
+                               + " = ?1 COLLATE NOCASE AND (substr(dob, 1, 4) = ?2 OR substr(dob, 5, 4) = ?3)");
+        q.bind(1, name);
+        q.bind(2, p.dob.substr(0, 4));
+        q.bind(3, p.dob.size() >= 8 ? p.dob.substr(4, 4) : std::string("-"));
+        collect(q);
+    };
+    // Either name in either field, for names recorded in each other's fields.
+    for (const char* column : {"last_name", "first_name"}) {
+        nearBirth(column, p.last);
+        nearBirth(column, p.first);
     }
     std::vector<Person> out;
     out.reserve(found.size());
     for (auto& [key, person] : found)
         out.push_back(std::move(person));
     return out;
+}
+
+bool CandidateStore::HeldElsewhere(int rule, const Person& x, const Person& y, const std::string& block, int cap)
+{
+    const auto theirs = CandidateRules::BlockKeys(rule, y);
+    for (const auto& other : CandidateRules::BlockKeys(rule, x))
+        if (other != block && Has(theirs, other)) {
+            const auto around = Neighbours(x);
+            if (static_cast<int>(Members(around, BlocksOf(around, rule), other).size()) < cap)
+                return true;
+        }
+    return false;
 }
 
 bool CandidateStore::Excluded(const Person& x, const Person& y)
@@ -280,16 +401,10 @@ void CandidateStore::After(const Snapshot& snapshot, const std::vector<std::stri
     for (const auto& key : keys)
         RemovePairsOf(key);
 
-    auto members = [](const std::vector<Person>& around, int rule, const std::string& block) {
-        std::vector<const Person*> out;
-        for (const auto& n : around)
-            if (CandidateRules::BlockKey(rule, n) == block)
-                out.push_back(&n);
-        return out;
-    };
     // Pairs between two other patients change only when a block crosses the
-    // cap; those pairs are set or cleared for that rule alone.
-    auto eachOtherPair = [&](const std::vector<const Person*>& in, int rule, bool set) {
+    // cap; those pairs are set or cleared for that rule alone (cleared only
+    // when no other block of the rule still pairs them).
+    auto eachOtherPair = [&](const std::vector<const Person*>& in, int rule, const std::string& block, bool set) {
         for (size_t i = 0; i < in.size(); ++i)
             for (size_t j = i + 1; j < in.size(); ++j) {
                 const Person& x = *in[i];
@@ -298,20 +413,23 @@ void CandidateStore::After(const Snapshot& snapshot, const std::vector<std::stri
                     continue;
                 if (set)
                     Upsert(x, y, 1 << rule);
-                else
+                else if (!HeldElsewhere(rule, x, y, block, cap))
                     ClearRule(x, y, rule);
             }
     };
     for (const Person& old : snapshot.before) {
         const auto it = now.find(old.key);
         const std::vector<Person> around = Neighbours(old);
+        BlockCache cache(around);
         for (int rule = 1; rule <= CandidateRules::kCount; ++rule) {
-            const std::string block = CandidateRules::BlockKey(rule, old);
-            if (block.empty() || (it != now.end() && CandidateRules::BlockKey(rule, it->second) == block))
-                continue;
-            const auto in = members(around, rule, block);
-            if (static_cast<int>(in.size()) == cap) // it held cap + 1 with this patient
-                eachOtherPair(in, rule, true);
+            const auto kept = it != now.end() ? CandidateRules::BlockKeys(rule, it->second) : std::vector<std::string>();
+            for (const auto& block : CandidateRules::BlockKeys(rule, old)) {
+                if (Has(kept, block))
+                    continue;
+                const auto in = Members(around, cache.Of(rule), block);
+                if (static_cast<int>(in.size()) == cap) // it held cap + 1 with this patient
+                    eachOtherPair(in, rule, block, true);
+            }
         }
     }
     for (const auto& [key, p] : now) {
@@ -320,20 +438,24 @@ void CandidateStore::After(const Snapshot& snapshot, const std::vector<std::stri
             if (b.key == key)
                 old = &b;
         const std::vector<Person> around = Neighbours(p);
+        BlockCache cache(around);
         std::unordered_map<std::string, int> masks;
         for (int rule = 1; rule <= CandidateRules::kCount; ++rule) {
-            const std::string block = CandidateRules::BlockKey(rule, p);
-            if (block.empty())
+            const auto mine = CandidateRules::BlockKeys(rule, p);
+            if (mine.empty())
                 continue;
-            const auto in = members(around, rule, block);
-            const bool joined = !old || CandidateRules::BlockKey(rule, *old) != block;
-            if (joined && static_cast<int>(in.size()) == cap) // it now holds cap + 1
-                eachOtherPair(in, rule, false);
-            if (static_cast<int>(in.size()) + 1 > cap)
-                continue;
-            for (const Person* n : in)
-                if (CandidateRules::PairHolds(rule, p, *n))
-                    masks[n->key] |= 1 << rule;
+            const auto had = old ? CandidateRules::BlockKeys(rule, *old) : std::vector<std::string>();
+            const auto& blocks = cache.Of(rule);
+            for (const auto& block : mine) {
+                const auto in = Members(around, blocks, block);
+                if (!Has(had, block) && static_cast<int>(in.size()) == cap) // it now holds cap + 1
+                    eachOtherPair(in, rule, block, false);
+                if (static_cast<int>(in.size()) + 1 > cap)
+                    continue;
+                for (const Person* n : in)
+                    if (CandidateRules::PairHolds(rule, p, *n))
+                        masks[n->key] |= 1 << rule;
+            }
         }
         for (const Person& n : around) {
             const auto m = masks.find(n.key);
@@ -370,52 +492,13 @@ long long CandidateStore::Rebuild(const Progress& progress)
             while (q.executeStep())
                 ignored.emplace(q.getColumn(0).getString(), q.getColumn(1).getString());
         }
-        // Pair masks by (lower index, higher index) of `people`. Blocks are
-        // found by sorting hashes of the block keys; a run of equal hashes is
-        // split by the keys themselves, so a collision never joins two blocks.
+        // Pair masks by (lower index, higher index) of `people`.
         std::unordered_map<std::uint64_t, int> masks;
-        std::vector<std::pair<std::uint64_t, std::uint32_t>> hashed;
-        hashed.reserve(people.size());
-        const std::hash<std::string> hasher;
         for (int rule = 1; rule <= CandidateRules::kCount; ++rule) {
             report("blocking");
-            hashed.clear();
-            for (std::uint32_t i = 0; i < people.size(); ++i) {
-                const std::string block = CandidateRules::BlockKey(rule, people[i]);
-                if (!block.empty())
-                    hashed.emplace_back(hasher(block), i);
-            }
-            std::sort(hashed.begin(), hashed.end());
-            std::vector<std::pair<std::string, std::uint32_t>> run;
-            for (size_t start = 0; start < hashed.size();) {
-                size_t end = start + 1;
-                while (end < hashed.size() && hashed[end].first == hashed[start].first)
-                    ++end;
-                if (end - start >= 2) {
-                    run.clear();
-                    for (size_t i = start; i < end; ++i)
-                        run.emplace_back(CandidateRules::BlockKey(rule, people[hashed[i].second]), hashed[i].second);
-                    std::sort(run.begin(), run.end());
-                    for (size_t from = 0; from < run.size();) {
-                        size_t to = from + 1;
-                        while (to < run.size() && run[to].first == run[from].first)
-                            ++to;
-                        if (to - from >= 2 && static_cast<int>(to - from) <= cap) {
-                            for (size_t i = from; i < to; ++i)
-                                for (size_t j = i + 1; j < to; ++j) {
-                                    const std::uint32_t x = run[i].second, y = run[j].second;
-                                    if (!CandidateRules::PairHolds(rule, people[x], people[y]))
-                                        continue;
-                                    const std::uint64_t id =
-                                        (static_cast<std::uint64_t>(std::min(x, y)) << 32) | std::max(x, y);
-                                    masks[id] |= 1 << rule;
-                                }
-                        }
-                        from = to;
-                    }
-                }
-                start = end;
-            }
+            // Rules of one block are paired in the pass of the first of them.
+            if (CandidateRules::SameBlockAs(rule) == rule)
+                PairBlocks(rule, people, cap, masks);
         }
         report("writing pairs");
         // A bulk load is faster into a bare table: the secondary indexes and

@@ -49,8 +49,11 @@ public:
 private:
     bool LoadPerson(const std::string& key, CandidateRules::Person& p);
     // Patients that can share a block with `p`: same identifier, same or swapped
-    // birth date, same names born in the same month.
+    // birth date, same names as written, one name as written born the same year or day.
     std::vector<CandidateRules::Person> Neighbours(const CandidateRules::Person& p);
+    // Whether x and y share another block of `rule` than `block` that is within the cap.
+    bool HeldElsewhere(int rule, const CandidateRules::Person& x, const CandidateRules::Person& y,
+                       const std::string& block, int cap);
     bool Excluded(const CandidateRules::Person& x, const CandidateRules::Person& y);
     void Upsert(const CandidateRules::Person& x, const CandidateRules::Person& y, int rules);
     void ClearRule(const CandidateRules::Person& x, const CandidateRules::Person& y, int rule);

@@ -9,6 +9,8 @@
 #include <SQLiteCpp/Statement.h>
 #include <sqlite3.h>
 
+#include <functional>
+
 namespace {
 
 std::string Arg(sqlite3_value* v)
@@ -30,6 +32,37 @@ std::string Sound(const std::string& text)
     return CandidateRules::Phonetic(CandidateRules::Normalize(text));
 }
 
+void OneTypo(sqlite3_context* ctx, int, sqlite3_value** argv)
+{
+    sqlite3_result_int(ctx, CandidateRules::OneTypingErrorApart(Arg(argv[0]), Arg(argv[1])) ? 1 : 0);
+}
+
+void TwoEdits(sqlite3_context* ctx, int, sqlite3_value** argv)
+{
+    const std::string x = CandidateRules::Normalize(Arg(argv[0])), y = CandidateRules::Normalize(Arg(argv[1]));
+    sqlite3_result_int(ctx, CandidateRules::WithinEdits(x, y, 2) ? 1 : 0);
+}
+
+// A YYYYMMDD text naming a real day: SQLite's date() moves a day past the
+// month's end into the next month, so the round trip shows it.
+std::string ValidDate(const std::string& column)
+{
+    const std::string iso = "substr(" + column + ", 1, 4) || '-' || substr(" + column + ", 5, 2) || '-' || substr(" + column
+                          + ", 7, 2)";
+    return "(length(" + column + ") = 8 AND " + column + " NOT GLOB '*[^0-9]*' AND substr(" + column
+         + ", 1, 4) <> '0000' AND coalesce(date(" + iso + ") = " + iso + ", 0))";
+}
+
+// Two eight-character dates that differ at exactly one place.
+std::string OneDigitApart()
+{
+    std::string differ;
+    for (int i = 1; i <= 8; ++i)
+        differ += std::string(i > 1 ? " + " : "") + "(substr(a.dob, " + std::to_string(i) + ", 1) <> substr(b.dob, "
+                + std::to_string(i) + ", 1))";
+    return "length(a.dob) = 8 AND length(b.dob) = 8 AND " + differ + " = 1";
+}
+
 } // namespace
 
 ScanCandidateSearch::ScanCandidateSearch(ArchiveDb& db)
@@ -42,7 +75,87 @@ ScanCandidateSearch::ScanCandidateSearch(ArchiveDb& db)
     sqlite3_create_function_v2(h, "bravik_norm", 1, flags, nullptr, &Call<CandidateRules::Normalize>, nullptr, nullptr, nullptr);
     sqlite3_create_function_v2(h, "bravik_sound", 1, flags, nullptr, &Call<Sound>, nullptr, nullptr, nullptr);
     sqlite3_create_function_v2(h, "bravik_swap", 1, flags, nullptr, &Call<CandidateRules::SwapDayMonth>, nullptr, nullptr, nullptr);
+    sqlite3_create_function_v2(h, "bravik_one_typo", 2, flags, nullptr, &OneTypo, nullptr, nullptr, nullptr);
+    sqlite3_create_function_v2(h, "bravik_two_edits", 2, flags, nullptr, &TwoEdits, nullptr, nullptr, nullptr);
 }
+
+namespace {
+
+// Birth dates equal, one digit apart, day and month swapped, or either no date.
+std::string BirthDatesNear()
+{
+    return "(a.dob = b.dob OR NOT " + ValidDate("a.dob") + " OR NOT " + ValidDate("b.dob") + " OR (" + OneDigitApart()
+         + ") OR (substr(a.dob, 1, 4) = substr(b.dob, 1, 4) AND substr(a.dob, 5, 2) = substr(b.dob, 7, 2)"
+           " AND substr(a.dob, 7, 2) = substr(b.dob, 5, 2)))";
+}
+
+// The first or the last letter of a name.
+std::string Letter(const std::string& column, bool first)
+{
+    return "upper(substr(" + column + (first ? ", 1, 1))" : ", -1))");
+}
+
+// The three near-birth-date rules share their blocks: either name as written
+// (in either field), with the other name's first or last letter, and the
+// birth year (`from` 1) or birth month and day (`from` 5). A pair in a block
+// takes the lowest of the three that holds.
+std::string NearBirth(const std::function<std::string(const std::string&)>& within)
+{
+    const std::string why = "CASE WHEN a.last_name = b.last_name COLLATE NOCASE"
+                            " AND bravik_two_edits(a.first_name, b.first_name) THEN 14"
+                            " WHEN a.first_name = b.first_name COLLATE NOCASE"
+                            " AND bravik_two_edits(a.last_name, b.last_name) THEN 15"
+                            " WHEN bravik_two_edits(a.last_name, b.first_name)"
+                            " AND bravik_two_edits(a.first_name, b.last_name) THEN 16 END";
+    std::string out;
+    for (const int from : {1, 5})
+        for (const bool initial : {true, false})
+            for (const auto& [name, other] : {std::pair<std::string, std::string>{"last_name", "first_name"},
+                                              std::pair<std::string, std::string>{"first_name", "last_name"}}) {
+                // a's block: a's `name` with the letter of a's `other`.
+                const std::string part = std::to_string(from) + ", 4)";
+                auto member = [&](const std::string& t) {
+                    auto side = [&](const std::string& own, const std::string& rest) {
+                        return "(" + t + "." + own + " = a." + name + " COLLATE NOCASE AND " + t + "." + rest
+                             + " <> '' AND " + Letter(t + "." + rest, initial) + " = "
+                             + Letter("a." + other, initial) + ")";
+                    };
+                    return "(" + side("last_name", "first_name") + " OR " + side("first_name", "last_name")
+                         + ") AND substr(" + t + ".dob, " + part + " = substr(a.dob, " + part;
+                };
+                out += " UNION ALL SELECT a.patient_key, b.patient_key, " + why
+                     + " FROM patients a JOIN patients b ON a.patient_key < b.patient_key AND " + member("b")
+                     + " WHERE a." + name + " <> '' AND a." + other + " <> '' AND length(a.dob) >= "
+                     + std::to_string(from + 3) + " AND " + why + " IS NOT NULL AND "
+                     + BirthDatesNear() + within(member("z"));
+            }
+    return out;
+}
+
+// The rules for typing errors, missing values and near identifiers.
+std::string NewerRules(const std::string& same, const std::function<std::string(const std::string&)>& within)
+{
+    const std::string written = "b.last_name = a.last_name COLLATE NOCASE AND b.first_name = a.first_name COLLATE NOCASE"
+                                "  WHERE a.last_name <> '' AND a.first_name <> ''";
+    const std::string writtenBlock = within("z.last_name = a.last_name COLLATE NOCASE"
+                                            " AND z.first_name = a.first_name COLLATE NOCASE");
+    auto rule = [&](int why) { return " UNION ALL SELECT a.patient_key, b.patient_key, " + std::to_string(why) + " FROM patients a" + same; };
+    auto near = [](const std::string& x, const std::string& y) { return "bravik_two_edits(" + x + ", " + y + ")"; };
+    return rule(8) + "b.dob = a.dob WHERE a.dob <> '' AND bravik_one_typo(a.global_id, b.global_id)" + within("z.dob = a.dob")
+         + rule(9) + written + " AND bravik_one_typo(a.global_id, b.global_id)" + writtenBlock
+         + rule(10) + "b.dob = a.dob WHERE a.dob <> '' AND bravik_norm(a.first_name) <> ''"
+           "  AND bravik_norm(a.first_name) = bravik_norm(b.first_name) AND (a.sex_code IN ('', 'U') OR b.sex_code IN ('', 'U'))"
+         + within("z.dob = a.dob AND bravik_norm(z.first_name) = bravik_norm(a.first_name)")
+         + rule(11) + written + " AND (NOT " + ValidDate("a.dob") + " OR NOT " + ValidDate("b.dob") + ")" + writtenBlock
+         + rule(12) + written + " AND " + OneDigitApart() + writtenBlock
+         + rule(13) + "b.dob = a.dob WHERE a.dob <> '' AND bravik_norm(a.last_name) <> '' AND bravik_norm(a.first_name) <> ''"
+           "  AND bravik_norm(b.last_name) <> '' AND bravik_norm(b.first_name) <> '' AND (("
+         + near("a.last_name", "b.last_name") + " AND " + near("a.first_name", "b.first_name") + ") OR ("
+         + near("a.last_name", "b.first_name") + " AND " + near("a.first_name", "b.last_name") + "))" + within("z.dob = a.dob")
+         + NearBirth(within);
+}
+
+} // namespace
 
 int ScanCandidateSearch::Find(const CandidateCriteria& c, std::vector<CandidatePair>& pairs, long long& total)
 {
@@ -122,6 +235,7 @@ int ScanCandidateSearch::Find(const CandidateCriteria& c, std::vector<CandidateP
         "  WHERE length(a.dob) >= 6 AND a.last_name <> '' AND a.first_name <> ''"
         + within("z.last_name = a.last_name COLLATE NOCASE AND z.first_name = a.first_name COLLATE NOCASE"
                  " AND substr(z.dob, 1, 6) = substr(a.dob, 1, 6)") +
+        NewerRules(same, within) +
         "), best AS (SELECT ka, kb, min(why) AS why FROM pairs GROUP BY ka, kb)";
     if (!who.empty())
         sql += ", hits AS (SELECT p.patient_key FROM patients p WHERE " + who + ")";

@@ -495,7 +495,16 @@ CREATE TABLE IF NOT EXISTS exam_versions (
 )SQL";
 // ---- end of the exam dialog's block ----------------------------------------
 
-const char* const kMigrations[] = {kV1, kV2, kV3, kV4, kV5, kV6, kV7, kV8};
+// Rules for registration errors were added (identifiers one typing error
+// apart, sex unknown, a birth date missing, near or one digit off, similar names):
+// the kept pairs are recomputed when the archive is next opened. The upkeep
+// finds patients by first name and the last name's initial.
+const char* const kV9 = R"SQL(
+CREATE INDEX IF NOT EXISTS patients_by_first_name ON patients(first_name COLLATE NOCASE, last_name COLLATE NOCASE, dob);
+UPDATE candidate_state SET fresh = 0;
+)SQL";
+
+const char* const kMigrations[] = {kV1, kV2, kV3, kV4, kV5, kV6, kV7, kV8, kV9};
 
 } // namespace
 

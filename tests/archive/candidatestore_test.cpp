@@ -128,6 +128,15 @@ protected:
     const std::string kSwappedDate = "Same Name, Birth Day and Month Swapped";
     const std::string kSwappedNames = "First and Last Name Swapped";
     const std::string kNameMonth = "Same Name, Birth Year and Month";
+    const std::string kNearIdDob = "Similar SSN and Same Date of Birth";
+    const std::string kNearIdName = "Similar SSN and Same Name";
+    const std::string kFirstDobNoSex = "Same First Name and Date of Birth, Sex Unknown";
+    const std::string kNameNoDob = "Same Name, Date of Birth Missing or Invalid";
+    const std::string kNameDobDigit = "Same Name, Date of Birth One Digit Apart";
+    const std::string kSimilarNameDob = "Similar Name and Same Date of Birth";
+    const std::string kLastNearDob = "Same Last Name, Similar First Name and Date of Birth";
+    const std::string kFirstNearDob = "Same First Name, Similar Last Name and Date of Birth";
+    const std::string kSwappedNearDob = "Names Swapped, Similar Date of Birth";
 };
 
 TEST_F(CandidateStoreTest, RuleHelpers)
@@ -165,9 +174,9 @@ TEST_F(CandidateStoreTest, EachRuleFindsItsPairsWithItsReason)
     const std::string m1 = P(m_north, "Nolan", "Ruth", "F", "19700310");
     const std::string m2 = P(m_north, "NOLAN", "ruth", "M", "19700322");
     P(m_north, "Lonely", "Luke", "M", "19640707");
-    P(m_north, "Nolan", "Ruth", "F", "19700410"); // another month
-    P(m_north, "Nolan", "Ruthie", "F", "19700311"); // another first name
-    P(m_north, "No-lan", "Ruth", "F", "19700312"); // the names must match as written
+    P(m_north, "Nolan", "Ruth", "F", "19701110"); // another month, three digits off
+    P(m_north, "Nolan", "Rachel", "F", "19700311"); // another first name
+    P(m_north, "No-lan", "Ruth", "F", "19700301"); // the names must match as written
     Rebuild();
     const auto [rows, total] = Search(MergeLinkCandidatesQueryDataSet());
     EXPECT_EQ(rows, (std::vector<std::string>{Row(f1, f2, kFirstDobSex), Row(g1, g2, kSsn), Row(w1, w2, kSwappedNames),
@@ -187,13 +196,173 @@ TEST_F(CandidateStoreTest, EachRuleFindsItsPairsWithItsReason)
     EXPECT_EQ(Search(month).first, (std::vector<std::string>{Row(m1, m2, kNameMonth)}));
 }
 
+TEST_F(CandidateStoreTest, RegistrationErrorHelpers)
+{
+    EXPECT_TRUE(CandidateRules::OneTypingErrorApart("123456789", "123456780"));
+    EXPECT_TRUE(CandidateRules::OneTypingErrorApart("123456789", "123457689"));
+    EXPECT_FALSE(CandidateRules::OneTypingErrorApart("123456789", "123456789")); // the same is another rule
+    EXPECT_FALSE(CandidateRules::OneTypingErrorApart("123456789", "923456780"));
+    EXPECT_FALSE(CandidateRules::OneTypingErrorApart("123456789", "123465798"));
+    EXPECT_FALSE(CandidateRules::OneTypingErrorApart("123456789", "12345678"));
+    EXPECT_FALSE(CandidateRules::OneTypingErrorApart("", ""));
+    EXPECT_TRUE(CandidateRules::WithinEdits("MARIANNE", "MARYANNE", 2));
+    EXPECT_TRUE(CandidateRules::WithinEdits("KOWALSKI", "KOWLASKI", 1)); // a swap is one edit
+    EXPECT_TRUE(CandidateRules::WithinEdits("ANN", "ANNETT", 3));
+    EXPECT_FALSE(CandidateRules::WithinEdits("ANN", "ANNETT", 2));
+    EXPECT_FALSE(CandidateRules::WithinEdits("SMITH", "BROWN", 2));
+    EXPECT_TRUE(CandidateRules::ValidBirthDate("20000229"));
+    EXPECT_FALSE(CandidateRules::ValidBirthDate("19000229"));
+    EXPECT_FALSE(CandidateRules::ValidBirthDate("19801305"));
+    EXPECT_FALSE(CandidateRules::ValidBirthDate("19800431"));
+    EXPECT_FALSE(CandidateRules::ValidBirthDate("19800000"));
+    EXPECT_FALSE(CandidateRules::ValidBirthDate("1980"));
+    EXPECT_FALSE(CandidateRules::ValidBirthDate(""));
+    EXPECT_TRUE(CandidateRules::SexUnknown(""));
+    EXPECT_TRUE(CandidateRules::SexUnknown("U"));
+    EXPECT_FALSE(CandidateRules::SexUnknown("F"));
+    EXPECT_TRUE(CandidateRules::BirthDatesNear("19800305", "19800503"));
+    EXPECT_TRUE(CandidateRules::BirthDatesNear("19800305", "19800306"));
+    EXPECT_TRUE(CandidateRules::BirthDatesNear("19800305", ""));
+    EXPECT_TRUE(CandidateRules::BirthDatesNear("19800305", "19800000"));
+    EXPECT_FALSE(CandidateRules::BirthDatesNear("19800305", "19800316"));
+    EXPECT_EQ(CandidateRules::Initial("\xc3\xa9mile"), "\xc3\xa9");
+    EXPECT_EQ(CandidateRules::Initial("emile"), "E");
+    EXPECT_EQ(CandidateRules::Initial(""), "");
+}
+
+TEST_F(CandidateStoreTest, EachRegistrationErrorRuleFindsItsPairsWithItsReason)
+{
+    // Identifier digits swapped, or one digit wrong; names unlike.
+    const std::string i1 = P(m_north, "Adler", "Anna", "F", "19550505", "123456789");
+    const std::string i2 = P(m_north, "Zeller", "Bruno", "M", "19550505", "123456798");
+    const std::string j1 = P(m_north, "Kovac", "Ivan", "M", "19570707", "222333444");
+    const std::string j2 = P(m_south, "KOVAC", "ivan", "M", "19820203", "222333454");
+    const std::string x1 = P(m_north, "Archer", "Lena", "", "19580808");
+    const std::string x2 = P(m_north, "Zorn", "Lena", "F", "19580808");
+    const std::string u1 = P(m_north, "Quist", "Alva", "U", "19580809");
+    const std::string u2 = P(m_north, "Yates", "Alva", "F", "19580809");
+    const std::string o1 = P(m_north, "Moreau", "Jules", "M", "19590909");
+    const std::string o2 = P(m_north, "Moreau", "Jules", "M", "");
+    const std::string v1 = P(m_north, "Petit", "Lou", "F", "19591340"); // no month 13
+    const std::string v2 = P(m_north, "Petit", "Lou", "F", "19591204");
+    const std::string t1 = P(m_north, "Novak", "Petra", "F", "19610101");
+    const std::string t2 = P(m_north, "NOVAK", "petra", "F", "19710101");
+    const std::string k1 = P(m_north, "Kowalski", "Annette", "F", "19620202");
+    const std::string k2 = P(m_north, "Cowalski", "Anette", "F", "19620202");
+    const std::string w1 = P(m_north, "Martin", "Hugo", "M", "19630303");
+    const std::string w2 = P(m_north, "Hugo", "Martn", "M", "19630303"); // swapped, and a letter dropped
+    const std::string h1 = P(m_north, "Hartley", "Rosalind", "F", "19660606");
+    const std::string h2 = P(m_north, "HARTLEY", "Rosalin", "F", "19660609");
+    const std::string s1 = P(m_north, "Hellie", "Rottford", "F", "20080220");
+    const std::string s2 = P(m_north, "Rotford", "Hellie", "F", "20080222"); // swapped, a letter dropped, a digit off
+    const std::string p1 = P(m_north, "Pemberton", "Giles", "M", "19670708");
+    const std::string p2 = P(m_north, "Pemburton", "Giles", "M", "19670807");
+    // Near misses that no rule takes.
+    P(m_north, "Adler", "Otto", "M", "19550506", "123456788"); // identifier near, birth date and names not
+    P(m_north, "Novak", "Petra", "F", "19720202");             // three digits off
+    Rebuild();
+    const auto [rows, total] = Search(MergeLinkCandidatesQueryDataSet());
+    EXPECT_EQ(rows, (std::vector<std::string>{Row(i1, i2, kNearIdDob), Row(x1, x2, kFirstDobNoSex),
+                                              Row(h1, h2, kLastNearDob), Row(s1, s2, kSwappedNearDob),
+                                              Row(j1, j2, kNearIdName),
+                                              Row(k1, k2, kSimilarNameDob), Row(w1, w2, kSimilarNameDob),
+                                              Row(o1, o2, kNameNoDob), Row(t1, t2, kNameDobDigit),
+                                              Row(p1, p2, kFirstNearDob), Row(v1, v2, kNameNoDob),
+                                              Row(u1, u2, kFirstDobNoSex)}));
+    EXPECT_EQ(total, 12);
+    ExpectSameAsRebuild("rebuild");
+
+    // Each can be searched for by its dictionary text.
+    for (const auto& [reason, pairs] : std::vector<std::pair<std::string, size_t>>{
+             {kNearIdDob, 1}, {kNearIdName, 1}, {kFirstDobNoSex, 2}, {kNameNoDob, 2}, {kNameDobDigit, 1}, {kSimilarNameDob, 2},
+             {kLastNearDob, 1}, {kFirstNearDob, 1}, {kSwappedNearDob, 1}}) {
+        MergeLinkCandidatesQueryDataSet q;
+        q.SetReason(reason.c_str());
+        EXPECT_EQ(Search(q).second, static_cast<int>(pairs)) << reason;
+    }
+    // The straightforward query agrees, reasons included.
+    std::vector<CandidatePair> straight;
+    long long straightTotal = -1;
+    CandidateCriteria all;
+    all.rowLimit = 0;
+    ScanCandidateSearch(Db()).Find(all, straight, straightTotal);
+    EXPECT_EQ(straightTotal, 12);
+    std::vector<int> reasons;
+    for (const auto& pair : straight)
+        reasons.push_back(pair.reasonKind);
+    EXPECT_EQ(reasons, (std::vector<int>{CandidateRules::kNearIdentifierBirth, CandidateRules::kFirstNameBirthNoSex,
+                                         CandidateRules::kLastNameNearBirth, CandidateRules::kSwappedNearBirth,
+                                         CandidateRules::kNearIdentifierName,
+                                         CandidateRules::kSimilarNameBirth, CandidateRules::kSimilarNameBirth,
+                                         CandidateRules::kNameBirthMissing, CandidateRules::kNameBirthDigit,
+                                         CandidateRules::kFirstNameNearBirth, CandidateRules::kNameBirthMissing,
+                                         CandidateRules::kFirstNameBirthNoSex}));
+}
+
+// The registration-error rules are kept as patients are created, changed,
+// merged, linked, unlinked, ignored and deleted.
+TEST_F(CandidateStoreTest, RegistrationErrorPairsAreKeptThroughEveryWrite)
+{
+    Rebuild();
+    const std::string a = Create(Record(m_north, "1001", "Adler", "Anna", "F", 1955, 5, 5, "123456789"));
+    const std::string b = Create(Record(m_north, "1002", "Zeller", "Bruno", "M", 1955, 5, 5, "123456798"));
+    EXPECT_EQ(Rows(), (std::vector<std::string>{Row(a, b, kNearIdDob)}));
+    ExpectSameAsRebuild("create");
+
+    PatientDetailRecord r = Get(b);
+    r.SetName(BPersonName("Edler", "Ana", "", "", ""));
+    r.SetPatientGID("");
+    ASSERT_EQ(Svc().ModifyPatient(&r), 0);
+    EXPECT_EQ(Rows(), (std::vector<std::string>{Row(a, b, kSimilarNameDob)}));
+    ExpectSameAsRebuild("modify names");
+
+    r = Get(b);
+    r.SetName(BPersonName("Adler", "Anna", "", "", ""));
+    r.SetSexCode("U");
+    r.SetDOB(BDate(1955, 5, 6));
+    ASSERT_EQ(Svc().ModifyPatient(&r), 0);
+    EXPECT_EQ(Rows(), (std::vector<std::string>{Row(a, b, kNameMonth)}));
+    r = Get(b);
+    r.SetDOB(BDate(1965, 5, 5));
+    ASSERT_EQ(Svc().ModifyPatient(&r), 0);
+    EXPECT_EQ(Rows(), (std::vector<std::string>{Row(a, b, kNameDobDigit)}));
+    ExpectSameAsRebuild("modify birth date");
+
+    ASSERT_EQ(Svc().IgnoreDuplicatePatients(a.c_str(), b.c_str()), 0);
+    EXPECT_TRUE(Rows().empty());
+    ExpectSameAsRebuild("ignore");
+
+    // Across organizations: link takes the pair out, unlink brings it back.
+    const std::string c = Create(Record(m_south, "2001", "Zorn", "Anna", "", 1955, 5, 5));
+    EXPECT_EQ(Rows(), (std::vector<std::string>{Row(a, c, kFirstDobNoSex)}));
+    ASSERT_EQ(Svc().LinkPatients(a.c_str(), m_north.c_str(), c.c_str(), m_south.c_str(), nullptr), 0);
+    EXPECT_TRUE(Rows().empty());
+    ExpectSameAsRebuild("link");
+    ASSERT_EQ(Svc().UnLinkPatient(c.c_str(), m_south.c_str()), 0);
+    EXPECT_EQ(Rows(), (std::vector<std::string>{Row(a, c, kFirstDobNoSex)}));
+    ExpectSameAsRebuild("unlink");
+
+    // The source's pairs go with it; the survivor keeps its own.
+    const std::string d = Create(Record(m_south, "2002", "Zorn", "Anna", "F", 1955, 5, 5));
+    EXPECT_EQ(Rows().size(), 3u);
+    PatientDetailRecord target = Get(c);
+    ASSERT_EQ(Svc().MergePatients(d.c_str(), &target, "Duplicate", {}), 0);
+    EXPECT_EQ(Rows(), (std::vector<std::string>{Row(a, c, kFirstDobNoSex)}));
+    ExpectSameAsRebuild("merge");
+
+    ASSERT_EQ(Svc().DeletePatient(c.c_str(), m_south.c_str(), "Test patient"), 0);
+    EXPECT_TRUE(Rows().empty());
+    ExpectSameAsRebuild("delete");
+}
+
 TEST_F(CandidateStoreTest, ALowerRuleNamesAPairMatchedByMany)
 {
     const std::string a = P(m_north, "Brown", "Ann", "F", "19800505", "111");
     const std::string b = P(m_north, "Brown", "Ann", "F", "19800505", "111");
     Rebuild();
     EXPECT_EQ(Rows(), (std::vector<std::string>{Row(a, b, kSsn)}));
-    EXPECT_EQ(Text("SELECT rules FROM candidate_pairs"), std::to_string((1 << 1) | (1 << 2) | (1 << 3) | (1 << 4) | (1 << 7)));
+    EXPECT_EQ(Text("SELECT rules FROM candidate_pairs"), std::to_string((1 << 1) | (1 << 2) | (1 << 3) | (1 << 4) | (1 << 7)
+                                                                        | (1 << 13) | (1 << 14) | (1 << 15)));
 }
 
 TEST_F(CandidateStoreTest, ReasonTextsFollowTheDictionary)
@@ -263,7 +432,7 @@ TEST_F(CandidateStoreTest, SameNamesBornInTheSameMonthAreKeptAsTheyChange)
     ExpectSameAsRebuild("same day");
 
     r = Get(b);
-    r.SetDOB(BDate(1975, 9, 14));
+    r.SetDOB(BDate(1975, 11, 24));
     ASSERT_EQ(Svc().ModifyPatient(&r), 0);
     EXPECT_TRUE(Rows().empty());
     ExpectSameAsRebuild("another month");
@@ -301,6 +470,26 @@ TEST_F(CandidateStoreTest, AnArchiveFromBeforeTheMonthRuleIsRebuiltOnOpen)
     EXPECT_EQ(Count("SELECT count(*) FROM pragma_index_info('candidate_pairs_by_a_dob')"), 4);
     EXPECT_EQ(Count("SELECT count(*) FROM candidate_pairs WHERE reason = 7"), 1);
     EXPECT_EQ(Text("SELECT key_a || '/' || key_b FROM candidate_pairs"), std::min(a, b) + "/" + std::max(a, b));
+}
+
+// An archive written before the registration-error rules gets its pairs
+// recomputed, and the upkeep's first-name index, when this version opens it.
+TEST_F(CandidateStoreTest, AnArchiveFromBeforeTheRegistrationErrorRulesIsRebuiltOnOpen)
+{
+    const std::string a = P(m_north, "Novak", "Petra", "F", "19610101");
+    const std::string b = P(m_north, "Novak", "Petra", "F", "19710101");
+    Rebuild();
+    const std::string path = Path();
+    Db().Handle().exec("DELETE FROM candidate_pairs; DELETE FROM candidate_counts;"
+                       " DROP INDEX patients_by_first_name;"
+                       " DROP TRIGGER patients_version_on_save; ALTER TABLE patients DROP COLUMN version;"
+                       " PRAGMA user_version = 5");
+    ASSERT_TRUE(Fresh());
+    auto reopened = Archive::Open(path);
+    EXPECT_TRUE(CandidateStore(reopened->Db()).Fresh());
+    EXPECT_EQ(Count("SELECT count(*) FROM sqlite_master WHERE name = 'patients_by_first_name'"), 1);
+    EXPECT_EQ(Text("SELECT key_a || '/' || key_b || '/' || reason FROM candidate_pairs"),
+              std::min(a, b) + "/" + std::max(a, b) + "/" + std::to_string(CandidateRules::kNameBirthDigit));
 }
 
 TEST_F(CandidateStoreTest, LinkAndUnlinkTakeOutAndBringBackCrossOrganizationPairs)
@@ -351,7 +540,7 @@ TEST_F(CandidateStoreTest, AnIgnoredPairComesBackOnlyWhenAMatchingFieldChanges)
 
     // A changed birth date asks the question again.
     r = Get(b);
-    r.SetDOB(BDate(1980, 6, 5));
+    r.SetDOB(BDate(1981, 7, 9));
     ASSERT_EQ(Svc().ModifyPatient(&r), 0);
     EXPECT_TRUE(Rows().empty()); // no rule pairs them now
     EXPECT_EQ(Count("SELECT count(*) FROM ignored_pairs"), 0);
@@ -391,10 +580,11 @@ TEST_F(CandidateStoreTest, OversizedBlocksAreCappedByTheSiteSetting)
 TEST_F(CandidateStoreTest, TheRowLimitKeepsTheTrueTotal)
 {
     for (int i = 0; i < 5; ++i) {
-        // One shared identifier per pair; birth dates all differ.
+        // One shared identifier per pair; birth years all differ.
         const std::string last = "Same" + std::string(1, static_cast<char>('a' + i));
-        P(m_north, last, "Name", "F", "1980010" + std::to_string(i + 1), std::to_string(500 + i));
-        P(m_south, last, "Other", "M", "1990010" + std::to_string(i + 1), std::to_string(500 + i));
+        const std::string day = "0" + std::to_string(i + 1) + "1" + std::to_string(i + 2);
+        P(m_north, last, "Name", "F", std::to_string(1950 + 7 * i) + day, std::to_string(500 + i));
+        P(m_south, last, "Other", "M", std::to_string(1951 + 7 * i) + day, std::to_string(500 + i));
     }
     Rebuild();
     MergeLinkCandidatesQueryDataSet q;
@@ -457,14 +647,20 @@ TEST_F(CandidateStoreTest, SameAnswersAsTheStraightQueryOnRandomArchives)
     ordered.SetReadWhole(0);
     ScanCandidateSearch scan(Db());
     const std::vector<std::string> lasts = {"Smith", "Smyth", "SMITH", "Smit-h", "Brown", "Braun", "Ann", "Lee", "O'Neil"};
-    const std::vector<std::string> firsts = {"Ann", "ann", "Lee", "Smith", "Bob", ""};
-    const std::vector<std::string> dobs = {"19800305", "19800503", "19800303", "19911212", "20000131", ""};
-    const std::vector<std::string> gids = {"", "", "", "111", "222", "333"};
-    const std::vector<std::string> sexes = {"F", "M", ""};
+    const std::vector<std::string> firsts = {"Ann", "ann", "Anne", "Lee", "Smith", "Bob", ""};
+    // Dates one digit apart, swapped, not a date, missing.
+    const std::vector<std::string> dobs = {"19800305", "19800503", "19800303", "19810305", "19911212", "20000131",
+                                           "19801305", ""};
+    // Identifiers one digit apart or with two digits swapped.
+    const std::vector<std::string> gids = {"", "", "", "111", "222", "333", "112", "121"};
+    const std::vector<std::string> sexes = {"F", "M", "", "U"};
+    const std::vector<BDate> dates = {BDate(1980, 3, 5), BDate(1980, 5, 3), BDate(1981, 3, 5), BDate(1980, 3, 6)};
     int serial = 0;
-    for (std::uint64_t seed = 1; seed <= 6; ++seed) {
+    for (std::uint64_t seed = 1; seed <= 8; ++seed) {
         std::mt19937_64 rng(seed);
         auto pick = [&](const std::vector<std::string>& v) { return v[rng() % v.size()]; };
+        // Every other archive has a tiny cap, so blocks cross it as patients change.
+        Build().Setting("policy", CandidateRules::kBlockCapSetting, seed % 2 ? "50" : "3");
         Db().Handle().exec("DELETE FROM ignored_pairs; UPDATE patients SET link_group = NULL; DELETE FROM link_groups;"
                            " DELETE FROM patients");
         std::vector<std::string> keys;
@@ -497,7 +693,7 @@ TEST_F(CandidateStoreTest, SameAnswersAsTheStraightQueryOnRandomArchives)
                 if (rng() % 8 == 0)
                     c.mrn = "0000001";
                 if (rng() % 3 == 0)
-                    c.reasonKind = static_cast<int>(rng() % 7);
+                    c.reasonKind = static_cast<int>(rng() % (CandidateRules::kCount + 1));
                 switch (rng() % 5) {
                 case 0: c.mergeOff = true; break;
                 case 1: c.linkOff = true; break;
@@ -538,6 +734,10 @@ TEST_F(CandidateStoreTest, SameAnswersAsTheStraightQueryOnRandomArchives)
                     break;
                 r.SetName(BPersonName(pick(lasts).c_str(), pick(firsts).c_str(), "", "", ""));
                 r.SetPatientGID(pick(gids).c_str());
+                if (rng() % 2)
+                    r.SetDOB(dates[rng() % dates.size()]);
+                if (rng() % 2)
+                    r.SetSexCode(pick(sexes).c_str());
                 Svc().ModifyPatient(&r);
                 break;
             }

@@ -49,10 +49,14 @@ protected:
         // Each pair has its own birth date: the archive also pairs patients on
         // first name + birth date + sex and on a phonetic last name + birth
         // date, and "Pair0".."PairN" sound alike, so a shared date would make
-        // every "A" a candidate of every other "A".
+        // every "A" a candidate of every other "A". The dates of two pairs
+        // differ in at least two digits (year, and month or day), since "A"s
+        // with similar last names and birth dates one digit apart are
+        // candidates too.
         for (int i = 0; i < n; ++i) {
             const std::string gid = std::to_string(500000000 + i);
-            const std::string dob = std::to_string(1900 + i / 12) + (i % 12 < 9 ? "0" : "") + std::to_string(i % 12 + 1) + "01";
+            const std::string dob = std::to_string(1800 + i) + (i % 12 < 9 ? "0" : "") + std::to_string(i % 12 + 1)
+                                  + std::to_string(13 + i % 7);
             P(m_north, "M" + std::to_string(2 * i), "Pair" + std::to_string(i), "A", "M", dob, gid);
             P(m_north, "M" + std::to_string(2 * i + 1), "Pair" + std::to_string(i), "B", "M", dob, gid);
         }
