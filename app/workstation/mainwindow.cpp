@@ -45,6 +45,7 @@ MainWindow::MainWindow(const QString& archivePath, const QString& userName, QWid
     holderLayout->addWidget(page);
     m_duplicatePage = page;
     m_tabs->addTab(holder, QStringLiteral("&Duplicate Patients"));
+    connect(page, &CDuplicatePatientPage::actionFailed, this, &MainWindow::showStatus);
 #endif
     setCentralWidget(m_tabs);
 
@@ -139,6 +140,7 @@ void MainWindow::buildMenus()
             tip += QStringLiteral(" (%1)").arg(a.shortcut.toString(QKeySequence::NativeText));
         qa->setToolTip(tip);
         qa->setStatusTip(tip);
+        qa->setProperty("baseToolTip", tip);
         connect(qa, &QAction::triggered, this, [this, &a] { run(a); });
         tools->addAction(qa);
         m_qactions.push_back(qa);
@@ -184,7 +186,11 @@ void MainWindow::UpdateActions()
             enabled = enabled && m_browser->SelectedStudy();
             break;
         }
-        m_qactions[i]->setEnabled(enabled);
+        // A command the user may not run on this patient says why instead.
+        const QString refusal = enabled ? RightRefusal(m_actions[i], m_browser->SelectedPatient()) : QString();
+        const QString base = m_qactions[i]->property("baseToolTip").toString();
+        m_qactions[i]->setToolTip(refusal.isEmpty() ? base : base + QStringLiteral(": ") + refusal);
+        m_qactions[i]->setEnabled(enabled && refusal.isEmpty());
     }
 }
 
@@ -203,6 +209,10 @@ void MainWindow::run(const WorkstationAction& action)
         (action.needs == WorkstationAction::Needs::Exam && !context.exam) ||
         (action.needs == WorkstationAction::Needs::Study && !context.study))
         return;
+    if (const QString refusal = RightRefusal(action, context.patient); !refusal.isEmpty()) {
+        showStatus(refusal);
+        return;
+    }
     action.run(context);
     UpdateActions();
 }

@@ -168,24 +168,43 @@ void DetachStudy(ActionContext& c)
 
 } // namespace
 
+QString RightRefusal(const WorkstationAction& action, const PatientDetailRecord* patient)
+{
+    if (!action.right || !patient)
+        return QString();
+    const ACE_CString& org = patient->GetOrganizationID();
+    if (Session::Instance().GetUserRights().Has(*action.right, org))
+        return QString();
+    const char* what = "do this";
+    switch (*action.right) {
+    case UserRights::eLINK_PATIENT: what = "link patients"; break;
+    case UserRights::eMERGE_PATIENT: what = "merge patients"; break;
+    case UserRights::eCREATE_PATIENT: what = "create, edit or delete patients"; break;
+    case UserRights::eEDIT_EXAM: what = "create or edit exams"; break;
+    case UserRights::eDELETE_EXAM: what = "delete or cancel exams"; break;
+    case UserRights::eDETACH_STUDY: what = "detach studies"; break;
+    }
+    return QStringLiteral("You may not %1 in organization %2.").arg(QString::fromUtf8(what), Q(org));
+}
+
 std::vector<WorkstationAction> WorkstationActions()
 {
     using Needs = WorkstationAction::Needs;
     return {
         {QStringLiteral("deletePatient"), QStringLiteral("&Patient"), QStringLiteral("&Delete Patient..."),
-         QKeySequence(Qt::CTRL | Qt::Key_Delete), Needs::Patient, DeletePatient},
+         QKeySequence(Qt::CTRL | Qt::Key_Delete), Needs::Patient, DeletePatient, UserRights::eCREATE_PATIENT},
         {QStringLiteral("newExam"), QStringLiteral("&Exam"), QStringLiteral("&New Exam..."),
-         QKeySequence(Qt::CTRL | Qt::Key_E), Needs::Patient, NewExam},
+         QKeySequence(Qt::CTRL | Qt::Key_E), Needs::Patient, NewExam, UserRights::eEDIT_EXAM},
         // Enter or a double click on an exam runs it too (the exam list's activation).
         {QStringLiteral("editExam"), QStringLiteral("&Exam"), QStringLiteral("&Edit Exam..."), QKeySequence(),
-         Needs::Exam, EditExam},
+         Needs::Exam, EditExam, UserRights::eEDIT_EXAM},
         {QStringLiteral("deleteExam"), QStringLiteral("&Exam"), QStringLiteral("&Delete Exam..."),
          QKeySequence(Qt::SHIFT | Qt::Key_Delete), Needs::Exam,
-         [](ActionContext& c) { DeleteOrCancelExam(c, TavCreator::DELETE_EXAM); }},
+         [](ActionContext& c) { DeleteOrCancelExam(c, TavCreator::DELETE_EXAM); }, UserRights::eDELETE_EXAM},
         {QStringLiteral("cancelExam"), QStringLiteral("&Exam"), QStringLiteral("&Cancel Exam..."),
          QKeySequence(Qt::CTRL | Qt::Key_K), Needs::Exam,
-         [](ActionContext& c) { DeleteOrCancelExam(c, TavCreator::CANCEL_EXAM); }},
+         [](ActionContext& c) { DeleteOrCancelExam(c, TavCreator::CANCEL_EXAM); }, UserRights::eDELETE_EXAM},
         {QStringLiteral("detachStudy"), QStringLiteral("&Study"), QStringLiteral("De&tach Study..."),
-         QKeySequence(Qt::CTRL | Qt::Key_T), Needs::Study, DetachStudy},
+         QKeySequence(Qt::CTRL | Qt::Key_T), Needs::Study, DetachStudy, UserRights::eDETACH_STUDY},
     };
 }

@@ -20,7 +20,9 @@
 namespace {
 
 using Org = ArchiveContext::Organization;
-const CounterKey kAccessionCounter = {&Org::generatesAcc, &Org::accPrefix, "acc_counter", "exams", "accession", 8};
+using Right = ArchiveContext::Right;
+const CounterKey kAccessionCounter = {&Org::generatesAcc, &Org::accPrefix, "acc_counter", "exams", "accession", 8,
+                                   ArchiveContext::Right::EditExams};
 
 std::string S(const ACE_CString& s)
 {
@@ -174,6 +176,7 @@ int SqliteExamService::Validate(const ExamDataSet& e)
     const std::string acc = S(e.GetAccessionNumber());
     if (acc.empty() || !Text(acc, kAccession))
         return ArchiveResult::InvalidArgument;
+    RefuseInvisible("accession number", acc);
     for (const auto& text : {e.GetPriorityCode(), e.GetStatusCode(), e.GetExamCode(), e.GetModality(), e.GetBodyPart()})
         if (!Text(S(text), kIdentifier))
             return ArchiveResult::InvalidArgument;
@@ -271,14 +274,15 @@ int SqliteExamService::CreateExam(ExamDataSet* exam, ACE_CString& newExamKey)
         WriteTransaction tx(db);
         const auto owner = db.SelectText("SELECT org_key FROM patients WHERE patient_key = ?", patientKey);
         if (!owner)
-            return ArchiveResult::NotFound;
+            return db.SelectText("SELECT 1 FROM merged_patients WHERE old_key = ?", patientKey) ? ArchiveResult::MergedAway
+                                                                                                : ArchiveResult::NotFound;
         const std::string& patientOrg = *owner;
         // An exam belongs to its patient's organization.
         const std::string given = S(exam->GetOrganizationKey());
         const auto org = m_ctx.OrgByKeyOrId(given.empty() ? patientOrg : given);
         if (!org || org->key != patientOrg)
             return ArchiveResult::InvalidArgument;
-        CheckExamRight(org->key, org->id);
+        m_ctx.RequireRight(Right::EditExams, org->key);
         CheckAccessionFree(org->key, org->id, S(exam->GetAccessionNumber()), std::string());
         const std::string status = org->newExamStatus.empty() ? S(exam->GetStatusCode()) : org->newExamStatus;
         const std::string key = KeyGenerator::NewKey();
@@ -303,14 +307,6 @@ int SqliteExamService::CreateExam(ExamDataSet* exam, ACE_CString& newExamKey)
         exam->SetVersion(0);
         return ArchiveResult::Ok;
     });
-}
-
-void SqliteExamService::CheckExamRight(const std::string& orgKey, const std::string& orgId)
-{
-    // Placing or changing an order takes the same right as registering a patient.
-    if (!m_ctx.HasRight(ArchiveContext::Right::Create, orgKey))
-        Refuse(ArchiveResult::NotPermitted,
-               "You do not have the right to create or edit exams in organization " + orgId + ".");
 }
 
 void SqliteExamService::CheckAccessionFree(const std::string& orgKey, const std::string& orgId,
@@ -360,7 +356,7 @@ int SqliteExamService::UpdateExam(ExamDataSet* exam)
             return rc;
         const auto org = m_ctx.OrgByKey(row.orgKey);
         const std::string orgId = org ? org->id : row.orgKey;
-        CheckExamRight(row.orgKey, orgId);
+        m_ctx.RequireRight(Right::EditExams, row.orgKey);
         CheckAccessionFree(row.orgKey, orgId, S(exam->GetAccessionNumber()), row.key);
         auto& st = db.Prepare(std::string("UPDATE exams SET ") + kEditable + ", modified = ? WHERE exam_key = ?");
         const int next = BindEditable(st, *exam, S(exam->GetStatusCode()), 1);
@@ -419,14 +415,14 @@ int SqliteExamService::GetLinkedExams(const ACE_CString& examKey, const ACE_CStr
 int SqliteExamService::UnLinkExam(const ACE_CString& examKey, const ACE_CString& organizationKey)
 {
     return GuardDb("UnLinkExam", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row row;
         if (const int rc = Find(S(examKey), S(organizationKey), row))
             return rc;
         if (row.group.empty())
             return ArchiveResult::Conflict;
-        auto& db = m_ctx.Db();
         auto& log = m_ctx.Log();
-        WriteTransaction tx(db);
         const long long j = log.Begin(m_ctx.User(), "unlink-exam", row.key, row.group, std::string());
         log.Capture(j, "exams", "exam_key", "link_group = @v", row.group);
         auto& st = db.Prepare("UPDATE exams SET link_group = NULL WHERE exam_key = ?");
@@ -443,6 +439,8 @@ int SqliteExamService::LinkExams(const ACE_CString& examKey, const ACE_CString& 
                                  const ACE_CString& linkedExamKey, const ACE_CString& linkedOrganizationKey)
 {
     return GuardDb("LinkExams", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row a, b;
         if (const int rc = Find(S(examKey), S(organizationKey), a))
             return rc;
@@ -453,8 +451,6 @@ int SqliteExamService::LinkExams(const ACE_CString& examKey, const ACE_CString& 
             return ArchiveResult::InvalidArgument;
         if (!a.group.empty() && a.group == b.group)
             return ArchiveResult::Conflict;
-        auto& db = m_ctx.Db();
-        WriteTransaction tx(db);
         std::string group = !a.group.empty() ? a.group : (!b.group.empty() ? b.group : KeyGenerator::NewKey());
         for (const Row* r : {&a, &b}) {
             if (r->group == group)
@@ -478,14 +474,17 @@ int SqliteExamService::DeleteExam(const ACE_CString& examKey, const ACE_CString&
                                   const ACE_CString& reason, bool deleteStudies)
 {
     return GuardDb("DeleteExam", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row row;
         if (const int rc = Find(S(examKey), S(organizationKey), row))
             return rc;
         if (!FieldCheck::Text(S(reason), FieldCheck::kReason))
             return ArchiveResult::InvalidArgument;
-        auto& db = m_ctx.Db();
+        FieldCheck::RefuseInvisible("reason", S(reason));
+        if (!m_ctx.HasRight(Right::DeleteExams, row.orgKey))
+            return ArchiveResult::NotPermitted;
         auto& log = m_ctx.Log();
-        WriteTransaction tx(db);
         const long long j = log.Begin(m_ctx.User(), deleteStudies ? "delete-exam-and-studies" : "delete-exam",
                                       row.key, row.patientKey, S(reason));
         log.Capture(j, "exams", "exam_key", "exam_key = @v", row.key);
@@ -512,6 +511,8 @@ int SqliteExamService::CancelExam(const ACE_CString& examKey, const ACE_CString&
                                   const ACE_CString& reason)
 {
     return GuardDb("CancelExam", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row row;
         if (const int rc = Find(S(examKey), S(organizationKey), row))
             return rc;
@@ -519,9 +520,10 @@ int SqliteExamService::CancelExam(const ACE_CString& examKey, const ACE_CString&
             return ArchiveResult::InvalidArgument;
         if (row.cancelled)
             return ArchiveResult::Conflict;
-        auto& db = m_ctx.Db();
+        FieldCheck::RefuseInvisible("reason", S(reason));
+        if (!m_ctx.HasRight(Right::DeleteExams, row.orgKey))
+            return ArchiveResult::NotPermitted;
         auto& log = m_ctx.Log();
-        WriteTransaction tx(db);
         const long long j = log.Begin(m_ctx.User(), "cancel-exam", row.key, row.patientKey, S(reason));
         log.Capture(j, "exams", "exam_key", "exam_key = @v", row.key);
         auto& st = db.Prepare("UPDATE exams SET cancelled = 1, status_code = ?, modified = ? WHERE exam_key = ?");
@@ -542,14 +544,19 @@ int SqliteExamService::DetachStudy(const ACE_CString& studyKey, const ACE_CStrin
         if (!FieldCheck::Key(key) || !FieldCheck::Text(S(reason), FieldCheck::kReason))
             return ArchiveResult::InvalidArgument;
         auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         const auto attached = db.SelectText("SELECT coalesce(exam_key, '') FROM studies WHERE study_key = ?", key);
         if (!attached)
             return ArchiveResult::NotFound;
         const std::string& exam = *attached;
         if (exam.empty())
             return ArchiveResult::Conflict;
+        FieldCheck::RefuseInvisible("reason", S(reason));
         auto& log = m_ctx.Log();
-        WriteTransaction tx(db);
+        const auto owner = db.SelectText("SELECT p.org_key FROM studies s JOIN patients p ON p.patient_key = s.patient_key "
+                                         "WHERE s.study_key = ?", key);
+        if (!owner || !m_ctx.HasRight(Right::DetachStudies, *owner))
+            return ArchiveResult::NotPermitted;
         const long long j = log.Begin(m_ctx.User(), "detach-study", key, exam, S(reason));
         log.Capture(j, "studies", "study_key", "study_key = @v", key);
         auto& st = db.Prepare("UPDATE studies SET exam_key = NULL WHERE study_key = ?");

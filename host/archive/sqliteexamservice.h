@@ -44,7 +44,6 @@ private:
     int Read(const std::string& key, ExamDataSet& exam);
     int Validate(const ExamDataSet& exam);
     // Refusals a user can act on; each raises Framework::Server with the reason.
-    void CheckExamRight(const std::string& orgKey, const std::string& orgId);
     void CheckAccessionFree(const std::string& orgKey, const std::string& orgId, const std::string& accession,
                             const std::string& examKey);
     void CheckVersion(const std::string& examKey, long long version);

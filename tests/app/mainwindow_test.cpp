@@ -5,6 +5,8 @@
 #include "mainwindow.h"
 #include "patientbrowser.h"
 
+#include "duplicates/duplicatepatientpage.h"
+
 #include "scripteduser.h"
 #include "uiinput.h"
 
@@ -246,6 +248,54 @@ TEST_F(WorkstationWindow, HoldsTheDuplicatePatientPage)
     EXPECT_FALSE(m_window->Action(QStringLiteral("deletePatient"))->isEnabled());
     m_window->ShowPatients();
     EXPECT_TRUE(m_window->Action(QStringLiteral("deletePatient"))->isEnabled());
+}
+
+TEST_F(WorkstationWindow, TheStatusBarSaysWhatFailedOnTheDuplicatePage)
+{
+    auto* page = qobject_cast<CDuplicatePatientPage*>(m_window->DuplicatePage());
+    ASSERT_NE(nullptr, page);
+    const QString failure = QStringLiteral("Error merging patients.  Reason: The patient record has been merged into "
+                                           "another patient.");
+    emit page->actionFailed(failure);
+    EXPECT_EQ(failure, m_window->statusBar()->currentMessage());
+}
+
+// The demo clerk may register patients and edit exams but not delete or
+// cancel exams nor detach studies; the radiologist may change nothing.
+TEST_F(WorkstationWindow, CommandsTheUserMayNotRunAreDisabledAndSayWhy)
+{
+    m_window.reset();
+    ASSERT_TRUE(m_archive->InstallIntoSession("clerk"));
+    m_window = std::make_unique<MainWindow>(m_path, QStringLiteral("clerk"));
+    m_window->Browser()->Search();
+    SelectPatientWithStudy();
+    const QString org = QString::fromUtf8(B().SelectedPatient()->GetOrganizationID().c_str());
+    EXPECT_TRUE(m_window->Action(QStringLiteral("deletePatient"))->isEnabled());
+    for (const char* id : {"deleteExam", "cancelExam"}) {
+        QAction* a = m_window->Action(QString::fromLatin1(id));
+        EXPECT_FALSE(a->isEnabled()) << id;
+        EXPECT_TRUE(a->toolTip().endsWith(QStringLiteral(": You may not delete or cancel exams in organization %1.").arg(org)))
+            << a->toolTip().toStdString();
+    }
+    QAction* detach = m_window->Action(QStringLiteral("detachStudy"));
+    EXPECT_FALSE(detach->isEnabled());
+    EXPECT_EQ(detach->toolTip(), QStringLiteral("Detach Study (Ctrl+T): You may not detach studies in organization %1.").arg(org));
+    // A shortcut that fires anyway is refused by the archive too: nothing changes.
+    const std::string exam = B().SelectedExam()->GetKey().c_str();
+    ScriptedUser user;
+    m_window->Action(QStringLiteral("cancelExam"))->activate(QAction::Trigger);
+    EXPECT_EQ(0, Count("SELECT COUNT(*) FROM exams WHERE cancelled = 1 AND exam_key = ?", exam));
+
+    m_window.reset();
+    ASSERT_TRUE(m_archive->InstallIntoSession("radiologist"));
+    m_window = std::make_unique<MainWindow>(m_path, QStringLiteral("radiologist"));
+    m_window->Browser()->Search();
+    SelectPatientWithStudy();
+    for (const char* id : {"deletePatient", "deleteExam", "cancelExam", "detachStudy"})
+        EXPECT_FALSE(m_window->Action(QString::fromLatin1(id))->isEnabled()) << id;
+    EXPECT_TRUE(m_window->Action(QStringLiteral("deletePatient"))
+                    ->toolTip()
+                    .endsWith(QStringLiteral("You may not create, edit or delete patients in organization %1.").arg(org)));
 }
 
 } // namespace
