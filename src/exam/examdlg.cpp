@@ -2,8 +2,8 @@
 
 #include "boundary/bravikmodulestate.h"
 #include "boundary/resource.h"
-#include "boundary/tavhelper.h"
 #include "exam/examdetailspage.h"
+#include "exam/examheadertext.h"
 #include "exam/historypage.h"
 #include "exam/linkedexamspage.h"
 #include "exam/providerdetailspage.h"
@@ -12,7 +12,6 @@
 #include "errormanager.h"
 #include "examdataset.h"
 #include "examservice.h"
-#include "localefunctions.h"
 #include "orgoperations.h"
 #include "orgoperationscollection.h"
 #include "patientdetailrecord.h"
@@ -40,7 +39,6 @@ constexpr COLORREF kFooterBackground = 0xD4D4D4;
 ServiceRegistry* Registry() { return Session::ServiceInstance(); }
 
 CString Text(const ACE_CString& s) { return CString(s.c_str()); }
-CString OrNA(const CString& s) { return s.IsEmpty() ? LoadString(IDS_NOT_AVAILABLE) : s; }
 
 // The frame holds no controls of its own: its client area is the tabbed frame.
 DialogTemplate FrameTemplate()
@@ -172,23 +170,9 @@ void ExamDlg::ShowPatient()
     m_pHeader->SetPatientLine(PatientLine());
 }
 
-CString ExamDlg::PatientLine() const
-{
-    const PatientDetailRecord& p = *m_pPatient;
-    const CString name = p.IsNameNull() ? LoadString(IDS_NOT_AVAILABLE) : Text(p.GetPatientName());
-    const CString sex = p.GetSexCode().length() ? TavHelper().GetSexCodeDescription(p.GetSexCode())
-                                                 : LoadString(IDS_NOT_AVAILABLE);
-    const CString dob = p.GetDOB().IsValid() ? Locale::FormatDate(p.GetDOB(), Locale::eLong)
-                                             : LoadString(IDS_NOT_AVAILABLE);
-    // The fifth item is the patient's organization.
-    return name + ", " + Text(p.GetPatientID()) + ", " + sex + ", " + dob + ", " + OrNA(Text(p.GetOrganizationID()));
-}
+CString ExamDlg::PatientLine() const { return ExamHeaderText::PatientLine(*m_pPatient, true); }
 
-void ExamDlg::UpdateExamLine()
-{
-    // The prefix's trailing blank is the separator.
-    m_pHeader->SetExamLine(LoadString(IDS_ACCESSION_PREFIX) + OrNA(Text(m_pExam->GetAccessionNumber())));
-}
+void ExamDlg::UpdateExamLine() { m_pHeader->SetExamLine(ExamHeaderText::ExamLine(*m_pExam)); }
 
 void ExamDlg::ApplyBands()
 {
