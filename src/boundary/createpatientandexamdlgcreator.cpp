@@ -1,6 +1,7 @@
 #include "boundary/createpatientandexamdlgcreator.h"
 
 #include "boundary/bravikmodulestate.h"
+#include "boundary/ownedcopy.h"
 #include "exam/createpatientandexamdlg.h"
 
 #include "examdataset.h"
@@ -15,18 +16,11 @@ namespace TavCreator {
 
 CreatePatientAndExamDlgCreator::~CreatePatientAndExamDlgCreator() { delete m_pExam; }
 
-CreatePatientAndExamDlgCreator::CreatePatientAndExamDlgCreator(const CreatePatientAndExamDlgCreator& other)
-    : m_pExam(other.m_pExam ? new ExamDataSet(*other.m_pExam) : nullptr)
-{
-}
+CreatePatientAndExamDlgCreator::CreatePatientAndExamDlgCreator(const CreatePatientAndExamDlgCreator& other) : m_pExam(CopyOf(other.m_pExam)) {}
 
 CreatePatientAndExamDlgCreator& CreatePatientAndExamDlgCreator::operator=(const CreatePatientAndExamDlgCreator& other)
 {
-    if (this != &other) {
-        ExamDataSet* copy = other.m_pExam ? new ExamDataSet(*other.m_pExam) : nullptr;
-        delete m_pExam;
-        m_pExam = copy;
-    }
+    AssignCopy(m_pExam, other.m_pExam);
     return *this;
 }
 

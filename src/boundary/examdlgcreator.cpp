@@ -1,6 +1,7 @@
 #include "boundary/examdlgcreator.h"
 
 #include "boundary/bravikmodulestate.h"
+#include "boundary/ownedcopy.h"
 #include "boundary/resource.h"
 #include "exam/examdlg.h"
 
@@ -23,18 +24,11 @@ ExamDlgCreator::~ExamDlgCreator()
         delete kept;
 }
 
-ExamDlgCreator::ExamDlgCreator(const ExamDlgCreator& other)
-    : m_pExam(other.m_pExam ? new ExamDataSet(*other.m_pExam) : nullptr)
-{
-}
+ExamDlgCreator::ExamDlgCreator(const ExamDlgCreator& other) : m_pExam(CopyOf(other.m_pExam)) {}
 
 ExamDlgCreator& ExamDlgCreator::operator=(const ExamDlgCreator& other)
 {
-    if (this != &other) {
-        ExamDataSet* copy = other.m_pExam ? new ExamDataSet(*other.m_pExam) : nullptr;
-        delete m_pExam;
-        m_pExam = copy;
-    }
+    AssignCopy(m_pExam, other.m_pExam);
     return *this;
 }
 

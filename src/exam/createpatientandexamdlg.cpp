@@ -3,6 +3,7 @@
 #include "boundary/bravikmodulestate.h"
 #include "boundary/resource.h"
 #include "exam/examdetailspage.h"
+#include "exam/examframe.h"
 #include "exam/examheadertext.h"
 #include "patient/patientdemographicspage.h"
 #include "patient/patientservices.h"
@@ -29,10 +30,6 @@ using PatientServices::Patients;
 
 namespace {
 
-constexpr int kHeaderHeight = 64;
-constexpr int kFooterHeight = 50;
-constexpr COLORREF kHeaderBackground = 0xFFFFFF;
-constexpr COLORREF kFooterBackground = 0xD4D4D4;
 constexpr int kTextGap = 12;
 constexpr int kLineGap = 2;
 
@@ -143,37 +140,9 @@ BOOL CreatePatientAndExamDlg::OnInitDialog()
     return TRUE;
 }
 
-void CreatePatientAndExamDlg::CreateFrame()
-{
-    const QPoint topLeft = pos();
-    resize(kWidth, kHeight);
-    move(topLeft);
-    CRect client;
-    GetClientRect(client);
-    m_pFrame->Create(this, client);
-    m_pFrame->ShowWindow(SW_SHOW);
-    m_pFrame->setEnabled(true);
-}
+void CreatePatientAndExamDlg::CreateFrame() { ExamFrame::Create(*this, *m_pFrame, kWidth, kHeight); }
 
-void CreatePatientAndExamDlg::ApplyBands()
-{
-    m_pHeader->SetHeight(kHeaderHeight);
-    m_pHeader->m_clrBackground = kHeaderBackground;
-    m_pHeader->m_clrText = 0;
-    m_pHeader->SetIcon(LoadHeaderIcon());
-    m_pFrame->SetHeader(m_pHeader);
-    m_pFooter->SetHeight(kFooterHeight);
-    m_pFooter->SetOKText(LoadString(IDS_OK));
-    m_pFooter->SetCancelText(LoadString(IDS_CANCEL));
-    m_pFrame->SetFooter(m_pFooter);
-    QPalette pal = m_pFooter->palette();
-    pal.setColor(QPalette::Window, toQColor(kFooterBackground));
-    m_pFooter->setPalette(pal);
-    m_pFooter->setAutoFillBackground(true);
-    CRect client;
-    GetClientRect(client);
-    HFDlg::PlaceWindow(m_pFrame, client.toQRect());
-}
+void CreatePatientAndExamDlg::ApplyBands() { ExamFrame::ApplyBands(*this, *m_pFrame, *m_pHeader, *m_pFooter); }
 
 void CreatePatientAndExamDlg::AddPages()
 {

@@ -3,6 +3,7 @@
 #include "boundary/bravikmodulestate.h"
 #include "boundary/resource.h"
 #include "exam/examdetailspage.h"
+#include "exam/examframe.h"
 #include "exam/examheadertext.h"
 #include "exam/historypage.h"
 #include "exam/linkedexamspage.h"
@@ -30,11 +31,6 @@
 #include <exception>
 
 namespace {
-
-constexpr int kHeaderHeight = 64;
-constexpr int kFooterHeight = 50;
-constexpr COLORREF kHeaderBackground = 0xFFFFFF;
-constexpr COLORREF kFooterBackground = 0xD4D4D4;
 
 ServiceRegistry* Registry() { return Session::ServiceInstance(); }
 
@@ -126,17 +122,7 @@ BOOL ExamDlg::OnInitDialog()
     return TRUE;
 }
 
-void ExamDlg::CreateFrame()
-{
-    const QPoint topLeft = pos();
-    resize(kWidth, kHeight);
-    move(topLeft);
-    CRect client;
-    GetClientRect(client);
-    m_pFrame->Create(this, client);
-    m_pFrame->ShowWindow(SW_SHOW);
-    m_pFrame->setEnabled(true);
-}
+void ExamDlg::CreateFrame() { ExamFrame::Create(*this, *m_pFrame, kWidth, kHeight); }
 
 void ExamDlg::ShowExam()
 {
@@ -176,25 +162,8 @@ void ExamDlg::UpdateExamLine() { m_pHeader->SetExamLine(ExamHeaderText::ExamLine
 
 void ExamDlg::ApplyBands()
 {
-    m_pHeader->SetHeight(kHeaderHeight);
-    m_pHeader->m_clrBackground = kHeaderBackground;
-    m_pHeader->m_clrText = 0;
-    m_pHeader->SetIcon(LoadHeaderIcon());
     m_pHeader->setFont(DrawMaster::GetNormalFont());
-    m_pFrame->SetHeader(m_pHeader);
-    m_pFooter->SetHeight(kFooterHeight);
-    m_pFooter->SetOKText(LoadString(IDS_OK));
-    m_pFooter->SetCancelText(LoadString(IDS_CANCEL));
-    m_pFrame->SetFooter(m_pFooter);
-    m_pFooter->SetOwner(this);
-    QPalette pal = m_pFooter->palette();
-    pal.setColor(QPalette::Window, toQColor(kFooterBackground));
-    m_pFooter->setPalette(pal);
-    m_pFooter->setAutoFillBackground(true);
-    CRect client;
-    GetClientRect(client);
-    HFDlg::PlaceWindow(m_pFrame, client.toQRect());
-    m_pFrame->RecalcLayout();
+    ExamFrame::ApplyBands(*this, *m_pFrame, *m_pHeader, *m_pFooter);
 }
 
 void ExamDlg::AddPages()

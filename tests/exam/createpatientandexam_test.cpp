@@ -204,6 +204,25 @@ TEST_F(CreatePatientAndExamTest, OkCreatesThePatientThenTheExamForItAndHandsTheE
     EXPECT_TRUE(user->Messages().empty());
 }
 
+TEST_F(CreatePatientAndExamTest, ACopiedCreatorHoldsItsOwnExamAndALaterRunReplacesTheResult)
+{
+    ASSERT_EQ(IDOK, Run([](RegistrationForm& f) {
+                  f.Fill("W-1", "ACC1");
+                  f.ClickOK();
+              }));
+    TavCreator::CreatePatientAndExamDlgCreator copy = creator;
+    ASSERT_NE(copy.GetExamDataSet(), nullptr);
+    EXPECT_NE(copy.GetExamDataSet(), creator.GetExamDataSet());
+    ASSERT_EQ(IDOK, Run([](RegistrationForm& f) {
+                  f.Fill("W-2", "ACC2");
+                  f.ClickOK();
+              }));
+    EXPECT_STREQ(creator.GetExamDataSet()->GetAccessionNumber().c_str(), "ACC2");
+    EXPECT_STREQ(copy.GetExamDataSet()->GetAccessionNumber().c_str(), "ACC1");
+    copy = creator;
+    EXPECT_STREQ(copy.GetExamDataSet()->GetAccessionNumber().c_str(), "ACC2");
+}
+
 TEST_F(CreatePatientAndExamTest, AnInvalidPatientStopsOkOnThePatientTabBeforeAnythingIsSaved)
 {
     FaultyServices faulty;
