@@ -1,13 +1,11 @@
 #include "boundary/createpatientandexamdlgcreator.h"
 
 #include "boundary/bravikmodulestate.h"
-#include "boundary/ownedcopy.h"
+#include "boundary/creatorsupport.h"
 #include "exam/createpatientandexamdlg.h"
 
 #include "examdataset.h"
 #include "patientdetailrecord.h"
-
-#include <ace/Log_Msg.h>
 
 #include <exception>
 #include <new>
@@ -36,10 +34,7 @@ int CreatePatientAndExamDlgCreator::DisplayDialog(PatientDetailRecord patient, E
         }
         return result;
     } catch (const std::exception& e) {
-        ACE_LOG_MSG->file(__FILE__);
-        ACE_LOG_MSG->linenum(__LINE__);
-        ACE_DEBUG((LM_DEBUG, ACE_TEXT("Function: %s, Line: %d, the dialog could not run: %s\n"),
-                   "CreatePatientAndExamDlgCreator::DisplayDialog", __LINE__, e.what()));
+        LogDialogCouldNotRun("CreatePatientAndExamDlgCreator::DisplayDialog", __FILE__, __LINE__, e.what());
         return IDCANCEL;
     }
 }
