@@ -5,6 +5,7 @@
 #include "exam/examdetailspage.h"
 #include "exam/examframe.h"
 #include "exam/examheadertext.h"
+#include "patient/patientdemographicsimpl.h"
 #include "patient/patientdemographicspage.h"
 #include "patient/patientservices.h"
 
@@ -225,6 +226,9 @@ bool CreatePatientAndExamDlg::SavePatient()
             return false;
         m_strCreatedPatientKey = key.c_str();
         m_pPatient->SetPatientKey(key);
+        // As when editing: an existing patient's organization stays.
+        if (CWnd* organizations = m_pPatientPage->GetImpl()->GetDlgItem(IDC_PAT_ORGANIZATION))
+            organizations->setEnabled(false);
         return true;
     } catch (const std::exception& e) {
         ShowServiceError(creating ? IDS_PATIENT_ERR_CREATE : IDS_PATIENT_ERR_UPDATE, m_pPatient->GetPatientID().c_str(),

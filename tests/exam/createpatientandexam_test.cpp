@@ -17,12 +17,15 @@
 #include "serviceregistry.h"
 #include "session.h"
 
+#include "datepickerctrl.h"
 #include "hftabbeddlg.h"
 #include "picker.h"
 #include "stringtable.h"
 #include "tabbutton.h"
 #include "xpbutton.h"
 
+#include <QApplication>
+#include <QDate>
 #include <QLineEdit>
 #include <QTest>
 
@@ -238,6 +241,23 @@ TEST_F(CreatePatientAndExamTest, AnInvalidPatientStopsOkOnThePatientTabBeforeAny
     EXPECT_TRUE(Saves(faulty).empty());
 }
 
+TEST_F(CreatePatientAndExamTest, APatientFieldRefusedFromTheExamTabGetsTheFocusOnThePatientTab)
+{
+    user->ExpectMessage("Future date for \"Date of Birth\" is invalid.");
+    bool focused = false;
+    Run([&](RegistrationForm& f) {
+        f.FillPatient("W-1");
+        f.Driver().ItemAs<DatePickerCtrl>(IDC_PAT_DOB)->SetDate(QDate::currentDate().addDays(2));
+        f.FillExam("ACC1");
+        f.ClickOK();
+        QWidget* dob = f.Driver().Item(IDC_PAT_DOB);
+        QWidget* focus = QApplication::focusWidget();
+        focused = focus && (focus == dob || dob->isAncestorOf(focus));
+    });
+    EXPECT_TRUE(focused);
+    EXPECT_EQ(Patients("W-1"), 0);
+}
+
 TEST_F(CreatePatientAndExamTest, AnInvalidExamStopsOkOnTheExamTabBeforeThePatientIsSaved)
 {
     FaultyServices faulty;
@@ -306,6 +326,21 @@ TEST_F(CreatePatientAndExamTest, ARefusedExamKeepsTheDialogOpenAndASecondOkModif
     EXPECT_EQ(Patients("W-1"), 1);
     EXPECT_EQ(Count("SELECT count(*) FROM exams WHERE accession = 'ACC2' AND patient_key = '" + patient + "'"), 1);
     EXPECT_TRUE(user->Messages().empty());
+}
+
+TEST_F(CreatePatientAndExamTest, OnceThePatientExistsItsOrganizationCanNoLongerBeChanged)
+{
+    FaultyServices faulty;
+    faulty.faults.FailOn("CreateExam", 9);
+    bool before = false, after = true;
+    Run([&](RegistrationForm& f) {
+        f.Fill("W-1", "ACC1");
+        before = f.Driver().IsEnabled(IDC_PAT_ORGANIZATION);
+        f.ClickOK();
+        after = f.Driver().IsEnabled(IDC_PAT_ORGANIZATION);
+    });
+    EXPECT_TRUE(before);
+    EXPECT_FALSE(after);
 }
 
 TEST_F(CreatePatientAndExamTest, AnExamCreateThatThrowsIsReportedWithTheAccessionNumber)
