@@ -532,8 +532,9 @@ TEST_F(CreatePatientAndExamTest, ACancelledRegistrationLeavesNoPatientButKeepsWh
               }));
     EXPECT_EQ(Patients("W-1"), 0);
     EXPECT_EQ(Count("SELECT count(*) FROM exams"), 1) << "only the exam that was there";
-    EXPECT_EQ(Text("SELECT user_name || '/' || reason FROM journal WHERE operation = 'delete-patient'"),
-              std::string("admin/") + kCancelReason);
+    EXPECT_EQ(Text("SELECT user_name || '/' || reason || '/' || (length(at) > 0) FROM journal "
+                   "WHERE operation = 'delete-patient'"),
+              std::string("admin/") + kCancelReason + "/1");
     EXPECT_EQ(Count("SELECT count(*) FROM journal_images WHERE table_name = 'patients'"), 1);
 }
 
