@@ -4,6 +4,7 @@
 #include "workstationaction.h"
 
 #include "boundary/bravikapp.h"
+#include "boundary/createpatientandexamdlgcreator.h"
 #include "boundary/deleteexamparamdlgcreator.h"
 #include "boundary/examdlgcreator.h"
 #include "boundary/detachstudyparamdlgcreator.h"
@@ -103,6 +104,29 @@ void EditPatient(ActionContext& c, bool create)
         done += QStringLiteral(" A link was removed.");
     c.showPatient(saved);
     c.status(done);
+}
+
+// New Patient and Exam...: the walk-in patient and the ordered exam together;
+// the browser then shows the new patient with its exam selected.
+void NewPatientAndExam(ActionContext& c)
+{
+    TavCreator::CreatePatientAndExamDlgCreator creator;
+    if (creator.DisplayDialog(PatientDetailRecord(), ExamDataSet(), c.parent) != 1 || !creator.GetExamDataSet())
+        return;
+    const ExamDataSet exam = *creator.GetExamDataSet();
+    PatientDetailRecord patient;
+    PatientManagementService* s = Patients();
+    if (!s || !Perform(c.parent, QStringLiteral("Reading the new patient"),
+                       [&] { return s->GetPatient(exam.GetPatientKey(), &patient, ACE_CString()); })) {
+        c.refresh();
+        return;
+    }
+    c.showPatient(patient);
+    if (c.selectExam)
+        c.selectExam(exam.GetKey().c_str());
+    c.status(QStringLiteral("Created patient %1 (MRN %2, %3) and exam %4.")
+                 .arg(Q(patient.GetPatientName()), Q(patient.GetPatientID()), Q(patient.GetOrganizationID()),
+                      Q(exam.GetAccessionNumber())));
 }
 
 void UnlinkPatient(ActionContext& c)
@@ -232,6 +256,8 @@ std::vector<WorkstationAction> WorkstationActions()
     return {
         {QStringLiteral("newPatient"), QStringLiteral("&Patient"), QStringLiteral("&New Patient..."),
          QKeySequence(Qt::CTRL | Qt::Key_N), Needs::Nothing, [](ActionContext& c) { EditPatient(c, true); }},
+        {QStringLiteral("newPatientAndExam"), QStringLiteral("&Patient"), QStringLiteral("New Patient and E&xam..."),
+         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N), Needs::Nothing, NewPatientAndExam},
         {QStringLiteral("editPatient"), QStringLiteral("&Patient"), QStringLiteral("&Edit Patient..."),
          QKeySequence(), Needs::Patient, [](ActionContext& c) { EditPatient(c, false); }, UserRights::eCREATE_PATIENT},
         {QStringLiteral("unlinkPatient"), QStringLiteral("&Patient"), QStringLiteral("&Unlink Patient..."),

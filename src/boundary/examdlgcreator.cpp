@@ -1,6 +1,7 @@
 #include "boundary/examdlgcreator.h"
 
 #include "boundary/bravikmodulestate.h"
+#include "boundary/creatorsupport.h"
 #include "boundary/resource.h"
 #include "exam/examdlg.h"
 
@@ -8,8 +9,6 @@
 
 #include "messagebox.h"
 #include "stringtable.h"
-
-#include <ace/Log_Msg.h>
 
 #include <exception>
 #include <new>
@@ -23,18 +22,11 @@ ExamDlgCreator::~ExamDlgCreator()
         delete kept;
 }
 
-ExamDlgCreator::ExamDlgCreator(const ExamDlgCreator& other)
-    : m_pExam(other.m_pExam ? new ExamDataSet(*other.m_pExam) : nullptr)
-{
-}
+ExamDlgCreator::ExamDlgCreator(const ExamDlgCreator& other) : m_pExam(CopyOf(other.m_pExam)) {}
 
 ExamDlgCreator& ExamDlgCreator::operator=(const ExamDlgCreator& other)
 {
-    if (this != &other) {
-        ExamDataSet* copy = other.m_pExam ? new ExamDataSet(*other.m_pExam) : nullptr;
-        delete m_pExam;
-        m_pExam = copy;
-    }
+    AssignCopy(m_pExam, other.m_pExam);
     return *this;
 }
 
@@ -86,10 +78,7 @@ int ExamDlgCreator::Run(const char* patientKey, const char* examKey, const ExamD
         }
         return result;
     } catch (const std::exception& e) {
-        ACE_LOG_MSG->file(__FILE__);
-        ACE_LOG_MSG->linenum(__LINE__);
-        ACE_DEBUG((LM_DEBUG, ACE_TEXT("Function: %s, Line: %d, the dialog could not run: %s\n"),
-                   "ExamDlgCreator::DisplayExamDlg", __LINE__, e.what()));
+        LogDialogCouldNotRun("ExamDlgCreator::DisplayExamDlg", __FILE__, __LINE__, e.what());
         return IDCANCEL;
     }
 }

@@ -122,6 +122,10 @@ void AddModuleStrings(StringTable& table)
         {IDS_UNLINK_EXAM_CONFIRM,
          QT_TRANSLATE_NOOP("Bravik", "Are you sure you want to remove the current link for the exam?")},
         {IDS_ERR_UNLINK_EXAM, QT_TRANSLATE_NOOP("Bravik", "Error unlinking exam with Accession Number %s.  Reason: %s")},
+        {IDS_CREATE_PATIENT_EXAM_CAPTION, QT_TRANSLATE_NOOP("Bravik", "Create Patient and Exam")},
+        {IDS_TAB_PATIENT, QT_TRANSLATE_NOOP("Bravik", "Patient")},
+        {IDS_TAB_EXAM, QT_TRANSLATE_NOOP("Bravik", "Exam")},
+        {IDS_REASON_CANCELLED_AFTER_CREATE, QT_TRANSLATE_NOOP("Bravik", "User cancelled after create")},
 
         // --- duplicates
         {IDS_DUP_COL_PATIENT_NAME, QT_TRANSLATE_NOOP("Bravik", "Patient Name")},

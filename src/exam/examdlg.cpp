@@ -2,8 +2,9 @@
 
 #include "boundary/bravikmodulestate.h"
 #include "boundary/resource.h"
-#include "boundary/tavhelper.h"
 #include "exam/examdetailspage.h"
+#include "exam/examframe.h"
+#include "exam/examheadertext.h"
 #include "exam/historypage.h"
 #include "exam/linkedexamspage.h"
 #include "exam/providerdetailspage.h"
@@ -12,7 +13,6 @@
 #include "errormanager.h"
 #include "examdataset.h"
 #include "examservice.h"
-#include "localefunctions.h"
 #include "orgoperations.h"
 #include "orgoperationscollection.h"
 #include "patientdetailrecord.h"
@@ -32,15 +32,9 @@
 
 namespace {
 
-constexpr int kHeaderHeight = 64;
-constexpr int kFooterHeight = 50;
-constexpr COLORREF kHeaderBackground = 0xFFFFFF;
-constexpr COLORREF kFooterBackground = 0xD4D4D4;
-
 ServiceRegistry* Registry() { return Session::ServiceInstance(); }
 
 CString Text(const ACE_CString& s) { return CString(s.c_str()); }
-CString OrNA(const CString& s) { return s.IsEmpty() ? LoadString(IDS_NOT_AVAILABLE) : s; }
 
 // The frame holds no controls of its own: its client area is the tabbed frame.
 DialogTemplate FrameTemplate()
@@ -128,17 +122,7 @@ BOOL ExamDlg::OnInitDialog()
     return TRUE;
 }
 
-void ExamDlg::CreateFrame()
-{
-    const QPoint topLeft = pos();
-    resize(kWidth, kHeight);
-    move(topLeft);
-    CRect client;
-    GetClientRect(client);
-    m_pFrame->Create(this, client);
-    m_pFrame->ShowWindow(SW_SHOW);
-    m_pFrame->setEnabled(true);
-}
+void ExamDlg::CreateFrame() { ExamFrame::Create(*this, *m_pFrame, kWidth, kHeight); }
 
 void ExamDlg::ShowExam()
 {
@@ -172,45 +156,14 @@ void ExamDlg::ShowPatient()
     m_pHeader->SetPatientLine(PatientLine());
 }
 
-CString ExamDlg::PatientLine() const
-{
-    const PatientDetailRecord& p = *m_pPatient;
-    const CString name = p.IsNameNull() ? LoadString(IDS_NOT_AVAILABLE) : Text(p.GetPatientName());
-    const CString sex = p.GetSexCode().length() ? TavHelper().GetSexCodeDescription(p.GetSexCode())
-                                                 : LoadString(IDS_NOT_AVAILABLE);
-    const CString dob = p.GetDOB().IsValid() ? Locale::FormatDate(p.GetDOB(), Locale::eLong)
-                                             : LoadString(IDS_NOT_AVAILABLE);
-    // The fifth item is the patient's organization.
-    return name + ", " + Text(p.GetPatientID()) + ", " + sex + ", " + dob + ", " + OrNA(Text(p.GetOrganizationID()));
-}
+CString ExamDlg::PatientLine() const { return ExamHeaderText::PatientLine(*m_pPatient, true); }
 
-void ExamDlg::UpdateExamLine()
-{
-    // The prefix's trailing blank is the separator.
-    m_pHeader->SetExamLine(LoadString(IDS_ACCESSION_PREFIX) + OrNA(Text(m_pExam->GetAccessionNumber())));
-}
+void ExamDlg::UpdateExamLine() { m_pHeader->SetExamLine(ExamHeaderText::ExamLine(*m_pExam)); }
 
 void ExamDlg::ApplyBands()
 {
-    m_pHeader->SetHeight(kHeaderHeight);
-    m_pHeader->m_clrBackground = kHeaderBackground;
-    m_pHeader->m_clrText = 0;
-    m_pHeader->SetIcon(LoadHeaderIcon());
     m_pHeader->setFont(DrawMaster::GetNormalFont());
-    m_pFrame->SetHeader(m_pHeader);
-    m_pFooter->SetHeight(kFooterHeight);
-    m_pFooter->SetOKText(LoadString(IDS_OK));
-    m_pFooter->SetCancelText(LoadString(IDS_CANCEL));
-    m_pFrame->SetFooter(m_pFooter);
-    m_pFooter->SetOwner(this);
-    QPalette pal = m_pFooter->palette();
-    pal.setColor(QPalette::Window, toQColor(kFooterBackground));
-    m_pFooter->setPalette(pal);
-    m_pFooter->setAutoFillBackground(true);
-    CRect client;
-    GetClientRect(client);
-    HFDlg::PlaceWindow(m_pFrame, client.toQRect());
-    m_pFrame->RecalcLayout();
+    ExamFrame::ApplyBands(*this, *m_pFrame, *m_pHeader, *m_pFooter);
 }
 
 void ExamDlg::AddPages()

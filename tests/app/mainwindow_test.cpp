@@ -6,6 +6,8 @@
 #include "patientbrowser.h"
 
 #include "duplicates/duplicatepatientpage.h"
+#include "exam/createpatientandexamdlg.h"
+#include "hftabbeddlg.h"
 
 #include "scripteduser.h"
 #include "uiinput.h"
@@ -381,6 +383,52 @@ TEST_F(WorkstationWindow, NewExamCreatesAnExamForTheSelectedPatientAndSelectsIt)
     ASSERT_NE(B().SelectedExam(), nullptr);
     EXPECT_STREQ(B().SelectedExam()->GetAccessionNumber().c_str(), "WS-NEW-1");
     EXPECT_EQ(m_window->statusBar()->currentMessage(), QStringLiteral("Created exam WS-NEW-1"));
+}
+
+TEST_F(WorkstationWindow, NewPatientAndExamRegistersBothAndTheBrowserSelectsThem)
+{
+    TavCreator::RegisterControls::RegisterPicker();
+    EXPECT_EQ(m_window->Action(QStringLiteral("newPatientAndExam"))->shortcut(),
+              QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N));
+    ScriptedUser user;
+    CString caption;
+    user.OnNextDialog([&](CDialog& dlg) {
+        caption = dlg.GetWindowText();
+        ReplaceText(dlg.findChild<QWidget*>(QStringLiteral("IDC_PAT_MRN")), QStringLiteral("9900002"));
+        ReplaceText(dlg.findChild<QWidget*>(QStringLiteral("IDC_PAT_LAST")), QStringLiteral("Walker"));
+        ReplaceText(dlg.findChild<QWidget*>(QStringLiteral("IDC_PAT_FIRST")), QStringLiteral("Wanda"));
+        dynamic_cast<CreatePatientAndExamDlg&>(dlg).GetFrame()->ActivatePage("Exam");
+        ReplaceText(dlg.findChild<QWidget*>(QStringLiteral("IDC_EXAM_ACCESSION")), QStringLiteral("WS-REG-1"));
+        auto* code = dlg.findChild<Picker*>(QStringLiteral("IDC_EXAM_CODE"));
+        ASSERT_NE(code, nullptr);
+        ReplaceText(code->Edit(), QStringLiteral("CTHEAD"));
+        QTest::keyClick(code->Edit(), Qt::Key_Return);
+        dlg.OnOK();
+    });
+    ASSERT_TRUE(m_window->Action(QStringLiteral("newPatientAndExam"))->isEnabled());
+    m_window->Action(QStringLiteral("newPatientAndExam"))->trigger();
+    TavCreator::RegisterControls::UnRegisterPicker();
+    EXPECT_STREQ(caption, "Create Patient and Exam");
+    const std::string patient = Text("SELECT patient_key FROM patients WHERE mrn = ?", "9900002");
+    EXPECT_EQ(1, Count("SELECT COUNT(*) FROM exams WHERE accession = 'WS-REG-1' AND patient_key = ?", patient));
+    ASSERT_NE(B().SelectedPatient(), nullptr);
+    EXPECT_STREQ(B().SelectedPatient()->GetPatientKey().c_str(), patient.c_str());
+    ASSERT_NE(B().SelectedExam(), nullptr);
+    EXPECT_STREQ(B().SelectedExam()->GetAccessionNumber().c_str(), "WS-REG-1");
+    EXPECT_TRUE(m_window->statusBar()->currentMessage().startsWith(QStringLiteral("Created patient Walker")))
+        << m_window->statusBar()->currentMessage().toStdString();
+    EXPECT_TRUE(m_window->statusBar()->currentMessage().endsWith(QStringLiteral("and exam WS-REG-1.")));
+}
+
+TEST_F(WorkstationWindow, ACancelledNewPatientAndExamChangesNothing)
+{
+    TavCreator::RegisterControls::RegisterPicker();
+    const long long before = Count("SELECT COUNT(*) FROM patients WHERE mrn <> ?", "");
+    ScriptedUser user;
+    user.OnNextDialog([](CDialog& dlg) { dlg.OnCancel(); });
+    m_window->Action(QStringLiteral("newPatientAndExam"))->trigger();
+    TavCreator::RegisterControls::UnRegisterPicker();
+    EXPECT_EQ(before, Count("SELECT COUNT(*) FROM patients WHERE mrn <> ?", ""));
 }
 
 TEST_F(WorkstationWindow, EnterOnAnExamOpensItForEditing)
