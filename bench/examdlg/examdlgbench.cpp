@@ -28,6 +28,7 @@
 #include "session.h"
 
 #include "cdialog.h"
+#include "dialogbench.h"
 #include "edit.h"
 #include "modalrunner.h"
 #include "pickerdlg.h"
@@ -51,38 +52,10 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-double Ms(Clock::time_point a, Clock::time_point b) { return std::chrono::duration<double, std::milli>(b - a).count(); }
-
-double Percentile(std::vector<double> v, double p)
-{
-    if (v.empty())
-        return 0.0;
-    std::sort(v.begin(), v.end());
-    return v[std::min(v.size() - 1, static_cast<size_t>(p * static_cast<double>(v.size())))];
-}
-
-// Stands in for the user: shows the dialog, lets the bench act on it, ends it.
-class Runner : public ModalRunner
-{
-public:
-    std::function<void(CDialog&)> act;
-    Clock::time_point ready;
-    int Run(CDialog& dlg) override
-    {
-        if (!dlg.EnsureInitDialog())
-            return dlg.GetModalResult();
-        dlg.show();
-        QApplication::processEvents();
-        ready = Clock::now();
-        if (act)
-            act(dlg);
-        if (dlg.GetModalResult() == -1)
-            dlg.EndDialog(IDCANCEL);
-        return dlg.GetModalResult();
-    }
-};
+using Bench::Clock;
+using Bench::Ms;
+using Bench::Percentile;
+using Runner = Bench::StopwatchRunner;
 
 void SeedPatients(ArchiveDb& db, const std::string& org, int patients)
 {
@@ -169,7 +142,7 @@ Site BuildSite(Archive& archive, int patients)
 double OpenMs(Runner& runner, const Site& site, int runs)
 {
     std::vector<double> times;
-    runner.act = nullptr;
+    runner.script = nullptr;
     for (int run = 0; run <= runs; ++run) {
         TavCreator::ExamDlgCreator creator;
         const auto start = Clock::now();
@@ -189,7 +162,7 @@ double PickP95(Runner& runner, const Site& site)
         for (size_t n = 1; n <= 6; ++n)
             prefixes.push_back(std::string(code, n));
     std::vector<double> times;
-    runner.act = [&](CDialog& dlg) {
+    runner.script = [&](CDialog& dlg) {
         auto& picker = static_cast<PickerDlg&>(dlg);
         for (int round = 0; round < 3; ++round)
             for (const std::string& prefix : prefixes) {
@@ -210,7 +183,7 @@ double SaveP95(Runner& runner, const Site& site, int runs)
 {
     std::vector<double> times;
     int n = 0;
-    runner.act = [&](CDialog& dlg) {
+    runner.script = [&](CDialog& dlg) {
         auto& exam = static_cast<ExamDlg&>(dlg);
         exam.GetDetailsPage()->GetDetails()->GetAccessionEdit()->SetWindowText(
             ("BENCH-0-" + std::to_string(++n % 2)).c_str());
@@ -232,26 +205,13 @@ int main(int argc, char** argv)
     int patients = 1000000;
     int runs = 15;
     std::string path;
-    for (int i = 1; i < argc; ++i) {
-        const std::string a = argv[i];
-        if (a == "--patients" && i + 1 < argc)
-            patients = std::max(0, std::atoi(argv[++i]));
-        else if (a == "--runs" && i + 1 < argc)
-            runs = std::max(1, std::atoi(argv[++i]));
-        else if (a == "--archive" && i + 1 < argc)
-            path = argv[++i];
-        else {
-            std::fprintf(stderr, "usage: %s [--patients N] [--runs R] [--archive FILE]\n", argv[0]);
-            return 2;
-        }
-    }
-    if (!std::getenv("QT_QPA_PLATFORM"))
-        setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    if (!Bench::Options().Number("patients", patients, 0).Number("runs", runs).Text("archive", path).Parse(argc, argv))
+        return 2;
+    Bench::UseOffscreenUnlessSet();
     QApplication app(argc, argv);
     const bool scratch = path.empty();
     if (scratch)
-        path = (std::filesystem::temp_directory_path() / ("bravik-bench-examdlg-" + std::to_string(getpid()) + ".db"))
-                   .string();
+        path = Bench::ScratchArchive("examdlg");
     {
         std::unique_ptr<Archive> archive = Archive::Open(path);
         const Site site = BuildSite(*archive, patients);

@@ -15,6 +15,8 @@
 #include "cdialog.h"
 #include "modalrunner.h"
 
+#include "dialogbench.h"
+
 #include <QApplication>
 
 #include <algorithm>
@@ -29,31 +31,8 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-double median(std::vector<double> v)
-{
-    std::sort(v.begin(), v.end());
-    return v.empty() ? 0.0 : v[v.size() / 2];
-}
-
-// Stands in for the user: notes when the dialog is up and painted, then
-// cancels it.
-class StopwatchRunner : public ModalRunner
-{
-public:
-    Clock::time_point ready;
-    int Run(CDialog& dlg) override
-    {
-        if (!dlg.EnsureInitDialog())
-            return dlg.GetModalResult();
-        dlg.show();
-        QApplication::processEvents();
-        ready = Clock::now();
-        dlg.EndDialog(IDCANCEL);
-        return dlg.GetModalResult();
-    }
-};
+using Bench::Clock;
+using Bench::StopwatchRunner;
 
 } // namespace
 
@@ -61,24 +40,12 @@ int main(int argc, char** argv)
 {
     int organizations = 20;
     int runs = 15;
-    for (int i = 1; i < argc; ++i) {
-        const std::string a = argv[i];
-        if (a == "--organizations" && i + 1 < argc)
-            organizations = std::max(1, std::atoi(argv[++i]));
-        else if (a == "--runs" && i + 1 < argc)
-            runs = std::max(1, std::atoi(argv[++i]));
-        else {
-            std::fprintf(stderr, "usage: %s [--organizations N] [--runs R]\n", argv[0]);
-            return 2;
-        }
-    }
-    if (!std::getenv("QT_QPA_PLATFORM"))
-        setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    if (!Bench::Options().Number("organizations", organizations).Number("runs", runs).Parse(argc, argv))
+        return 2;
+    Bench::UseOffscreenUnlessSet();
     QApplication app(argc, argv);
 
-    const std::string path =
-        (std::filesystem::temp_directory_path() / ("bravik-bench-mergelink-" + std::to_string(getpid()) + ".db"))
-            .string();
+    const std::string path = Bench::ScratchArchive("mergelink");
     int exitCode = 0;
     {
         std::unique_ptr<Archive> archive = Archive::Open(path);
@@ -136,12 +103,12 @@ int main(int argc, char** argv)
             }
             // The first run warms caches and fonts; it is not counted.
             if (run > 0)
-                times.push_back(std::chrono::duration<double, std::milli>(runner.ready - start).count());
+                times.push_back(Bench::Ms(start, runner.ready));
         }
         SetModalRunner(previous);
         archive->Uninstall();
         if (exitCode == 0) {
-            std::printf("merge_dialog_open_ms %.2f\n", median(times));
+            std::printf("merge_dialog_open_ms %.2f\n", Bench::Percentile(times, 0.5));
             std::printf("merge_dialog_organizations %d\n", organizations);
         }
     }

@@ -29,6 +29,7 @@
 #include <SQLiteCpp/Statement.h>
 
 #include "cdialog.h"
+#include "dialogbench.h"
 #include "modalrunner.h"
 
 #include <QApplication>
@@ -46,37 +47,10 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-double Ms(Clock::time_point a, Clock::time_point b) { return std::chrono::duration<double, std::milli>(b - a).count(); }
-
-double Percentile(std::vector<double> v, double p)
-{
-    std::sort(v.begin(), v.end());
-    return v.empty() ? 0.0 : v[std::min(v.size() - 1, static_cast<size_t>(p * static_cast<double>(v.size())))];
-}
-
-// Stands in for the user: shows the dialog, notes when it is painted, then
-// runs the script (which may save) and cancels what is still open.
-class StopwatchRunner : public ModalRunner
-{
-public:
-    Clock::time_point ready;
-    std::function<void(CDialog&)> script;
-    int Run(CDialog& dlg) override
-    {
-        if (!dlg.EnsureInitDialog())
-            return dlg.GetModalResult();
-        dlg.show();
-        QApplication::processEvents();
-        ready = Clock::now();
-        if (script)
-            script(dlg);
-        if (!dlg.HasEnded())
-            dlg.EndDialog(IDCANCEL);
-        return dlg.GetModalResult();
-    }
-};
+using Bench::Clock;
+using Bench::Ms;
+using Bench::Percentile;
+using Bench::StopwatchRunner;
 
 std::string FindOrEmpty(ArchiveDb& db, const std::string& sql)
 {
@@ -167,30 +141,19 @@ int main(int argc, char** argv)
     int patients = 1000000;
     int runs = 15;
     int saves = 50;
-    for (int i = 1; i < argc; ++i) {
-        const std::string a = argv[i];
-        if (a == "--archive" && i + 1 < argc)
-            archivePath = argv[++i];
-        else if (a == "--patients" && i + 1 < argc)
-            patients = std::max(1, std::atoi(argv[++i]));
-        else if (a == "--runs" && i + 1 < argc)
-            runs = std::max(1, std::atoi(argv[++i]));
-        else if (a == "--saves" && i + 1 < argc)
-            saves = std::max(1, std::atoi(argv[++i]));
-        else {
-            std::fprintf(stderr, "usage: %s [--archive FILE] [--patients N] [--runs R] [--saves S]\n", argv[0]);
-            return 2;
-        }
-    }
-    if (!std::getenv("QT_QPA_PLATFORM"))
-        setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    if (!Bench::Options()
+             .Text("archive", archivePath)
+             .Number("patients", patients)
+             .Number("runs", runs)
+             .Number("saves", saves)
+             .Parse(argc, argv))
+        return 2;
+    Bench::UseOffscreenUnlessSet();
     QApplication app(argc, argv);
 
     const bool temporary = archivePath.empty();
     if (temporary)
-        archivePath = (std::filesystem::temp_directory_path() /
-                       ("bravik-bench-patientdlg-" + std::to_string(getpid()) + ".db"))
-                          .string();
+        archivePath = Bench::ScratchArchive("patientdlg");
     int exitCode = 0;
     {
         std::unique_ptr<Archive> archive = Archive::Open(archivePath);

@@ -16,6 +16,8 @@
 
 #include <SQLiteCpp/Database.h>
 
+#include "dialogbench.h"
+
 #include <QApplication>
 
 #include <algorithm>
@@ -29,12 +31,6 @@
 #include <unistd.h>
 
 namespace {
-
-double median(std::vector<double> v)
-{
-    std::sort(v.begin(), v.end());
-    return v.empty() ? 0.0 : v[v.size() / 2];
-}
 
 template <class F>
 double timeMs(F&& f)
@@ -51,30 +47,14 @@ int main(int argc, char** argv)
     std::string archivePath;
     int patients = 1000000;
     int runs = 15;
-    for (int i = 1; i < argc; ++i) {
-        const std::string a = argv[i];
-        if (a == "--archive" && i + 1 < argc)
-            archivePath = argv[++i];
-        else if (a == "--patients" && i + 1 < argc)
-            patients = std::max(1, std::atoi(argv[++i]));
-        else if (a == "--runs" && i + 1 < argc)
-            runs = std::max(1, std::atoi(argv[++i]));
-        else {
-            std::fprintf(stderr, "usage: %s [--archive FILE] [--patients N] [--runs R]\n", argv[0]);
-            return 2;
-        }
-    }
-    if (!std::getenv("QT_QPA_PLATFORM"))
-        setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    if (!Bench::Options().Text("archive", archivePath).Number("patients", patients).Number("runs", runs).Parse(argc, argv))
+        return 2;
+    Bench::UseOffscreenUnlessSet();
     QApplication app(argc, argv);
 
-    bool temporary = false;
-    if (archivePath.empty()) {
-        archivePath = (std::filesystem::temp_directory_path() /
-                       ("bravik-bench-worklist-" + std::to_string(getpid()) + ".db"))
-                          .string();
-        temporary = true;
-    }
+    const bool temporary = archivePath.empty();
+    if (temporary)
+        archivePath = Bench::ScratchArchive("worklist");
     int exitCode = 0;
     {
         std::unique_ptr<Archive> archive = Archive::Open(archivePath);
@@ -105,8 +85,8 @@ int main(int argc, char** argv)
         }
         std::printf("rows %d\n", list->GetItemCount());
         std::printf("results \"%s\"\n", page->GetResultsText().GetString());
-        std::printf("populate_200_ms %.3f\n", median(populate));
-        std::printf("sort_200_ms %.3f\n", median(sort));
+        std::printf("populate_200_ms %.3f\n", Bench::Percentile(populate, 0.5));
+        std::printf("sort_200_ms %.3f\n", Bench::Percentile(sort, 0.5));
         if (list->GetItemCount() == 0)
             exitCode = 1;
         archive->Uninstall();
