@@ -85,6 +85,17 @@ struct DialogTemplate
     }
     DialogControl* Find(int id) { return const_cast<DialogControl*>(static_cast<const DialogTemplate*>(this)->Find(id)); }
 
+    // A frame that holds no controls of its own (its pages or panel fill
+    // it): only its size in dialog units of an Arial of `points`.
+    static DialogTemplate EmptyFrame(int width, int height, int points)
+    {
+        DialogTemplate tpl;
+        tpl.cx = width;
+        tpl.cy = height;
+        tpl.fontPointSize = points;
+        return tpl;
+    }
+
     // The template font: face and point size, nothing else inherited.
     QFont Font() const
     {

@@ -39,12 +39,7 @@ CString Text(const ACE_CString& s) { return CString(s.c_str()); }
 // The frame holds no controls of its own: its client area is the tabbed frame.
 DialogTemplate FrameTemplate()
 {
-    DialogTemplate tpl;
-    tpl.cx = 540;
-    tpl.cy = 400;
-    tpl.fontFace = "Arial";
-    tpl.fontPointSize = 9;
-    return tpl;
+    return DialogTemplate::EmptyFrame(540, 400, 9);
 }
 
 void LogException(const char* function, int line, const char* what)

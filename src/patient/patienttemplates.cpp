@@ -147,12 +147,7 @@ DialogTemplate CreateLinkedRowTemplate()
 // The frame holds no controls of its own; pages fill it.
 DialogTemplate FrameTemplate()
 {
-    DialogTemplate tpl;
-    tpl.cx = 186;
-    tpl.cy = 95;
-    tpl.fontFace = "Arial";
-    tpl.fontPointSize = 8;
-    return tpl;
+    return DialogTemplate::EmptyFrame(186, 95, 8);
 }
 
 } // namespace

@@ -18,12 +18,7 @@ namespace {
 // so the panel gets exactly its template's size.
 DialogTemplate frameTemplate()
 {
-    DialogTemplate tpl;
-    tpl.cx = 238;
-    tpl.cy = 110;
-    tpl.fontFace = "Arial";
-    tpl.fontPointSize = 10;
-    return tpl;
+    return DialogTemplate::EmptyFrame(238, 110, 10);
 }
 
 } // namespace
