@@ -84,12 +84,15 @@ std::string FindOrEmpty(ArchiveDb& db, const std::string& sql)
     return q.executeStep() ? q.getColumn(0).getString() : std::string();
 }
 
-// The bench's patients: "BENCH-L" linked in 20 organizations of its own, and
-// "BENCH-S" alone. Made once per archive.
+// The bench's patients, with digits-only MRNs as the demo site wants: one
+// linked in 20 organizations of its own (MRNs 990000..990019) and one alone
+// (MRN 990099). Made once per archive.
 void AddBenchPatients(ArchiveDb& db, std::string& linked, std::string& single)
 {
-    linked = FindOrEmpty(db, "SELECT patient_key FROM patients WHERE mrn = 'BENCH-L0'");
-    single = FindOrEmpty(db, "SELECT patient_key FROM patients WHERE mrn = 'BENCH-S'");
+    const std::string ofBench01 =
+        "SELECT p.patient_key FROM patients p JOIN organizations o ON o.org_key = p.org_key WHERE o.org_id = 'BENCH01' AND ";
+    linked = FindOrEmpty(db, ofBench01 + "p.mrn = '990000'");
+    single = FindOrEmpty(db, ofBench01 + "p.mrn = '990099'");
     if (!linked.empty() && !single.empty())
         return;
     ArchiveBuilder build(db);
@@ -102,14 +105,14 @@ void AddBenchPatients(ArchiveDb& db, std::string& linked, std::string& single)
         build.Grant(user, org, true, true, true);
         ArchiveBuilder::PatientFields f;
         f.orgKey = org;
-        f.mrn = "BENCH-L" + std::to_string(i);
+        f.mrn = std::to_string(990000 + i);
         f.last = "Benchmark";
         f.first = "Linda";
         f.city = "Springfield";
         const std::string key = build.Patient(f);
         if (i == 0) {
             linked = key;
-            f.mrn = "BENCH-S";
+            f.mrn = "990099";
             f.first = "Sam";
             single = build.Patient(f);
         } else if (group.empty()) {
