@@ -1,5 +1,6 @@
 #include "archivetool.h"
 
+#include <archivebackup.h>
 #include <archivechecker.h>
 #include <archivedb.h>
 #include <candidatestore.h>
@@ -25,7 +26,11 @@ const char* const kUsage =
     "                             (0..1, default 0.05) of them get a near-duplicate;\n"
     "                             the same seed gives the same data\n"
     "  stats FILE                 rows per table\n"
-    "  check FILE                 integrity check: prints OK or each violation\n"
+    "  check FILE                 integrity check: prints OK or each violation, then\n"
+    "                             the audit and journal chain heads\n"
+    "  backup FILE DEST           copy the archive to DEST (a new file) as it is at\n"
+    "                             one moment, with progress; workstations may go on\n"
+    "                             working meanwhile\n"
     "  rebuild-candidates FILE [--block-cap N]\n"
     "                             recompute the kept merge/link candidate pairs,\n"
     "                             with progress; --block-cap first sets the site's\n"
@@ -131,15 +136,19 @@ int Stats(const std::string& path, std::ostream& out)
 int Check(const std::string& path, std::ostream& out)
 {
     ArchiveDb db(path, ArchiveDb::Mode::ReadOnly);
-    const auto violations = ArchiveChecker(db).Run();
-    if (violations.empty()) {
+    ArchiveChecker checker(db);
+    const auto violations = checker.Run();
+    if (violations.empty())
         out << "OK\n";
-        return 0;
-    }
     for (const auto& v : violations)
         out << v << "\n";
-    out << violations.size() << (violations.size() == 1 ? " violation\n" : " violations\n");
-    return 1;
+    if (!violations.empty())
+        out << violations.size() << (violations.size() == 1 ? " violation\n" : " violations\n");
+    // The heads, to be written down elsewhere: a trail rewritten from its
+    // first row to its last shows only as a head that differs from the one kept.
+    for (const auto& head : checker.ChainHeads())
+        out << head << "\n";
+    return violations.empty() ? 0 : 1;
 }
 
 int RebuildCandidates(const std::string& path, int blockCap, std::ostream& out, std::ostream& err)
@@ -160,6 +169,24 @@ int RebuildCandidates(const std::string& path, int blockCap, std::ostream& out, 
     return 0;
 }
 
+int Backup(const std::string& path, const std::string& destination, std::ostream& out, std::ostream& err)
+{
+    const auto start = std::chrono::steady_clock::now();
+    int lastPercent = -1;
+    const long long pages = ArchiveBackup::Copy(path, destination, [&](long long copied, long long total) {
+        const int percent = total > 0 ? static_cast<int>(100 * copied / total) : 100;
+        if (percent != lastPercent) {
+            err << "\rbacking up: " << copied << " / " << total << " pages (" << percent << "%)" << std::flush;
+            lastPercent = percent;
+        }
+    });
+    err << "\n";
+    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    out << "Backed up " << path << " to " << destination << " (" << pages << " pages) in " << std::fixed
+        << std::setprecision(1) << seconds << " s\n";
+    return 0;
+}
+
 } // namespace
 
 int RunArchiveTool(const std::vector<std::string>& args, std::ostream& out, std::ostream& err)
@@ -172,16 +199,22 @@ int RunArchiveTool(const std::vector<std::string>& args, std::ostream& out, std:
         return 0;
     }
     if (command != "init" && command != "seed" && command != "stats" && command != "check"
-        && command != "rebuild-candidates")
+        && command != "rebuild-candidates" && command != "backup")
         return Usage(err, "unknown command '" + command + "'");
     if (args.size() < 2 || args[1].empty() || args[1][0] == '-')
         return Usage(err, command + ": missing FILE");
     const std::string& path = args[1];
+    if (command == "backup") {
+        if (args.size() < 3 || args[2].empty() || args[2][0] == '-')
+            return Usage(err, "backup: missing DEST");
+        if (args.size() > 3)
+            return Usage(err, "backup: unexpected argument '" + args[3] + "'");
+    }
 
     SeedOptions options;
     bool havePatients = false;
     long long blockCap = 0;
-    for (size_t i = 2; i < args.size(); ++i) {
+    for (size_t i = command == "backup" ? args.size() : 2; i < args.size(); ++i) {
         const std::string& option = args[i];
         if (command == "rebuild-candidates" && option == "--block-cap") {
             const std::string value = i + 1 < args.size() ? args[++i] : std::string();
@@ -226,6 +259,8 @@ int RunArchiveTool(const std::vector<std::string>& args, std::ostream& out, std:
             return Stats(path, out);
         if (command == "rebuild-candidates")
             return RebuildCandidates(path, static_cast<int>(blockCap), out, err);
+        if (command == "backup")
+            return Backup(path, args[2], out, err);
         return Check(path, out);
     } catch (const std::exception& e) {
         err << "bravik-archive: " << e.what() << "\n";

@@ -45,6 +45,7 @@ MainWindow::MainWindow(const QString& archivePath, const QString& userName, QWid
     holderLayout->addWidget(page);
     m_duplicatePage = page;
     m_tabs->addTab(holder, QStringLiteral("&Duplicate Patients"));
+    connect(page, &CDuplicatePatientPage::actionFailed, this, &MainWindow::showStatus);
 #endif
     setCentralWidget(m_tabs);
 
@@ -65,11 +66,15 @@ MainWindow::MainWindow(const QString& archivePath, const QString& userName, QWid
             showStatus(shown == 1 ? QStringLiteral("1 patient found.") : QStringLiteral("%1 patients found.").arg(shown));
     });
     connect(m_browser, &PatientBrowser::problem, this, &MainWindow::showStatus);
-    // Enter or a double click on a patient edits it.
+    // Enter or a double click on a patient edits it, on an exam edits the exam.
     connect(m_browser, &PatientBrowser::patientActivated, this, [this] {
         for (const WorkstationAction& a : m_actions)
             if (a.id == QLatin1String("editPatient"))
                 run(a);
+    });
+    connect(m_browser, &PatientBrowser::examActivated, this, [this] {
+        if (QAction* edit = findChild<QAction*>(QStringLiteral("editExam")))
+            edit->trigger();
     });
     connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::UpdateActions);
 
@@ -141,6 +146,7 @@ void MainWindow::buildMenus()
             tip += QStringLiteral(" (%1)").arg(a.shortcut.toString(QKeySequence::NativeText));
         qa->setToolTip(tip);
         qa->setStatusTip(tip);
+        qa->setProperty("baseToolTip", tip);
         connect(qa, &QAction::triggered, this, [this, &a] { run(a); });
         tools->addAction(qa);
         m_qactions.push_back(qa);
@@ -186,7 +192,11 @@ void MainWindow::UpdateActions()
             enabled = enabled && m_browser->SelectedStudy();
             break;
         }
-        m_qactions[i]->setEnabled(enabled);
+        // A command the user may not run on this patient says why instead.
+        const QString refusal = enabled ? RightRefusal(m_actions[i], m_browser->SelectedPatient()) : QString();
+        const QString base = m_qactions[i]->property("baseToolTip").toString();
+        m_qactions[i]->setToolTip(refusal.isEmpty() ? base : base + QStringLiteral(": ") + refusal);
+        m_qactions[i]->setEnabled(enabled && refusal.isEmpty());
     }
 }
 
@@ -200,11 +210,16 @@ void MainWindow::run(const WorkstationAction& action)
     context.refresh = [this] { m_browser->Refresh(); };
     context.status = [this](const QString& text) { showStatus(text); };
     context.showPatient = [this](const PatientDetailRecord& patient) { m_browser->ShowPatient(patient); };
+    context.selectExam = [this](const char* examKey) { m_browser->SelectExam(examKey); };
     // A shortcut can fire while its command is disabled for the selection.
     if ((action.needs == WorkstationAction::Needs::Patient && !context.patient) ||
         (action.needs == WorkstationAction::Needs::Exam && !context.exam) ||
         (action.needs == WorkstationAction::Needs::Study && !context.study))
         return;
+    if (const QString refusal = RightRefusal(action, context.patient); !refusal.isEmpty()) {
+        showStatus(refusal);
+        return;
+    }
     action.run(context);
     UpdateActions();
 }

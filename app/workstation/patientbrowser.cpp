@@ -159,6 +159,7 @@ PatientBrowser::PatientBrowser(QWidget* parent) : QWidget(parent)
         emit selectionChanged();
     });
     connect(m_studyList, &QTreeWidget::itemSelectionChanged, this, &PatientBrowser::selectionChanged);
+    connect(m_examList, &QTreeWidget::itemActivated, this, &PatientBrowser::examActivated);
 }
 
 PatientBrowser::~PatientBrowser() = default;
@@ -239,6 +240,13 @@ void PatientBrowser::ShowPatient(const PatientDetailRecord& patient)
         if (m_patients[i]->GetPatientKey() == patient.GetPatientKey())
             m_patientList->setCurrentItem(m_patientList->topLevelItem(static_cast<int>(i)));
     m_patientList->setFocus();
+}
+
+void PatientBrowser::SelectExam(const char* examKey)
+{
+    for (size_t i = 0; i < m_exams.size(); ++i)
+        if (m_exams[i]->GetKey() == examKey)
+            m_examList->setCurrentItem(m_examList->topLevelItem(static_cast<int>(i)));
 }
 
 void PatientBrowser::fillPatients()

@@ -50,8 +50,12 @@ public:
     QTreeWidget* StudyList() const { return m_studyList; }
 
     void FocusSearch();
+    // Selects the listed exam with this key (nothing when it is not listed).
+    void SelectExam(const char* examKey);
 
 signals:
+    // Enter or a double click on an exam.
+    void examActivated();
     void selectionChanged();
     // After each search: how many patients are listed, and whether more matched.
     void searched(int shown, bool more);

@@ -8,8 +8,11 @@
 #include <QKeySequence>
 #include <QString>
 
+#include "userrights.h"
+
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class ExamDataSet;
@@ -30,6 +33,8 @@ struct ActionContext
     std::function<void(const QString&)> status;
     // Shows the patient in the browser and selects it (after a save).
     std::function<void(const PatientDetailRecord&)> showPatient;
+    // After a refresh: selects the exam with this key in the exam list.
+    std::function<void(const char* examKey)> selectExam;
 };
 
 struct WorkstationAction
@@ -42,6 +47,13 @@ struct WorkstationAction
     QKeySequence shortcut;
     Needs needs = Needs::Nothing;
     std::function<void(ActionContext&)> run;
+    // The right the user needs in the selected patient's organization; the
+    // command is disabled, its tooltip saying why, where the user lacks it.
+    std::optional<UserRights::eRIGHT> right = std::nullopt;
 };
+
+// Why the user may not run `action` on the selected patient's records (empty
+// when allowed): one sentence for the command's tooltip.
+QString RightRefusal(const WorkstationAction& action, const PatientDetailRecord* patient);
 
 std::vector<WorkstationAction> WorkstationActions();

@@ -5,6 +5,7 @@
 
 #include "boundary/bravikapp.h"
 #include "boundary/deleteexamparamdlgcreator.h"
+#include "boundary/examdlgcreator.h"
 #include "boundary/detachstudyparamdlgcreator.h"
 #include "boundary/patientdeleteparamdlgcreator.h"
 #include "boundary/patientdlgcreator.h"
@@ -124,6 +125,36 @@ void UnlinkPatient(ActionContext& c)
                  .arg(name, Q(p.GetPatientID()), Q(p.GetOrganizationID())));
 }
 
+// The exam dialog saves the exam itself; the list then shows it selected.
+void ShowSavedExam(ActionContext& c, const TavCreator::ExamDlgCreator& creator, const QString& verb)
+{
+    const ExamDataSet* saved = creator.GetExamDataSet();
+    c.refresh();
+    if (!saved)
+        return;
+    if (c.selectExam)
+        c.selectExam(saved->GetKey().c_str());
+    c.status(QStringLiteral("%1 exam %2").arg(verb, Q(saved->GetAccessionNumber())));
+}
+
+void NewExam(ActionContext& c)
+{
+    TavCreator::ExamDlgCreator creator;
+    if (creator.DisplayExamDlg(c.patient->GetPatientKey().c_str(), "", c.parent) == 1)
+        ShowSavedExam(c, creator, QStringLiteral("Created"));
+}
+
+void EditExam(ActionContext& c)
+{
+    TavCreator::ExamDlgCreator creator;
+    const ACE_CString patientKey = c.exam->GetPatientKey();
+    const ACE_CString examKey = c.exam->GetKey();
+    if (creator.DisplayExamDlg(patientKey.c_str(), examKey.c_str(), c.parent) == 1)
+        ShowSavedExam(c, creator, QStringLiteral("Saved"));
+    else
+        c.refresh(); // an unlink on the Links tab changes the list even when cancelled
+}
+
 void DeleteOrCancelExam(ActionContext& c, TavCreator::eDLGCODE mode)
 {
     const ExamDataSet& e = *c.exam;
@@ -176,6 +207,25 @@ void DetachStudy(ActionContext& c)
 
 } // namespace
 
+QString RightRefusal(const WorkstationAction& action, const PatientDetailRecord* patient)
+{
+    if (!action.right || !patient)
+        return QString();
+    const ACE_CString& org = patient->GetOrganizationID();
+    if (Session::Instance().GetUserRights().Has(*action.right, org))
+        return QString();
+    const char* what = "do this";
+    switch (*action.right) {
+    case UserRights::eLINK_PATIENT: what = "link patients"; break;
+    case UserRights::eMERGE_PATIENT: what = "merge patients"; break;
+    case UserRights::eCREATE_PATIENT: what = "create, edit or delete patients"; break;
+    case UserRights::eEDIT_EXAM: what = "create or edit exams"; break;
+    case UserRights::eDELETE_EXAM: what = "delete or cancel exams"; break;
+    case UserRights::eDETACH_STUDY: what = "detach studies"; break;
+    }
+    return QStringLiteral("You may not %1 in organization %2.").arg(QString::fromUtf8(what), Q(org));
+}
+
 std::vector<WorkstationAction> WorkstationActions()
 {
     using Needs = WorkstationAction::Needs;
@@ -183,18 +233,23 @@ std::vector<WorkstationAction> WorkstationActions()
         {QStringLiteral("newPatient"), QStringLiteral("&Patient"), QStringLiteral("&New Patient..."),
          QKeySequence(Qt::CTRL | Qt::Key_N), Needs::Nothing, [](ActionContext& c) { EditPatient(c, true); }},
         {QStringLiteral("editPatient"), QStringLiteral("&Patient"), QStringLiteral("&Edit Patient..."),
-         QKeySequence(), Needs::Patient, [](ActionContext& c) { EditPatient(c, false); }},
+         QKeySequence(), Needs::Patient, [](ActionContext& c) { EditPatient(c, false); }, UserRights::eCREATE_PATIENT},
         {QStringLiteral("unlinkPatient"), QStringLiteral("&Patient"), QStringLiteral("&Unlink Patient..."),
-         QKeySequence(), Needs::Patient, UnlinkPatient},
+         QKeySequence(), Needs::Patient, UnlinkPatient, UserRights::eLINK_PATIENT},
         {QStringLiteral("deletePatient"), QStringLiteral("&Patient"), QStringLiteral("&Delete Patient..."),
-         QKeySequence(Qt::CTRL | Qt::Key_Delete), Needs::Patient, DeletePatient},
+         QKeySequence(Qt::CTRL | Qt::Key_Delete), Needs::Patient, DeletePatient, UserRights::eCREATE_PATIENT},
+        {QStringLiteral("newExam"), QStringLiteral("&Exam"), QStringLiteral("&New Exam..."),
+         QKeySequence(Qt::CTRL | Qt::Key_E), Needs::Patient, NewExam, UserRights::eEDIT_EXAM},
+        // Enter or a double click on an exam runs it too (the exam list's activation).
+        {QStringLiteral("editExam"), QStringLiteral("&Exam"), QStringLiteral("&Edit Exam..."), QKeySequence(),
+         Needs::Exam, EditExam, UserRights::eEDIT_EXAM},
         {QStringLiteral("deleteExam"), QStringLiteral("&Exam"), QStringLiteral("&Delete Exam..."),
          QKeySequence(Qt::SHIFT | Qt::Key_Delete), Needs::Exam,
-         [](ActionContext& c) { DeleteOrCancelExam(c, TavCreator::DELETE_EXAM); }},
+         [](ActionContext& c) { DeleteOrCancelExam(c, TavCreator::DELETE_EXAM); }, UserRights::eDELETE_EXAM},
         {QStringLiteral("cancelExam"), QStringLiteral("&Exam"), QStringLiteral("&Cancel Exam..."),
          QKeySequence(Qt::CTRL | Qt::Key_K), Needs::Exam,
-         [](ActionContext& c) { DeleteOrCancelExam(c, TavCreator::CANCEL_EXAM); }},
+         [](ActionContext& c) { DeleteOrCancelExam(c, TavCreator::CANCEL_EXAM); }, UserRights::eDELETE_EXAM},
         {QStringLiteral("detachStudy"), QStringLiteral("&Study"), QStringLiteral("De&tach Study..."),
-         QKeySequence(Qt::CTRL | Qt::Key_T), Needs::Study, DetachStudy},
+         QKeySequence(Qt::CTRL | Qt::Key_T), Needs::Study, DetachStudy, UserRights::eDETACH_STUDY},
     };
 }

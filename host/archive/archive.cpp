@@ -37,6 +37,23 @@ struct Archive::Previous
     SitePolicySettings policy;
 };
 
+namespace {
+
+ArchiveContext::Right ArchiveRightOf(UserRights::eRIGHT right)
+{
+    switch (right) {
+    case UserRights::eLINK_PATIENT: return ArchiveContext::Right::Link;
+    case UserRights::eMERGE_PATIENT: return ArchiveContext::Right::Merge;
+    case UserRights::eCREATE_PATIENT: return ArchiveContext::Right::Create;
+    case UserRights::eEDIT_EXAM: return ArchiveContext::Right::EditExams;
+    case UserRights::eDELETE_EXAM: return ArchiveContext::Right::DeleteExams;
+    case UserRights::eDETACH_STUDY: return ArchiveContext::Right::DetachStudies;
+    }
+    return ArchiveContext::Right::Create;
+}
+
+} // namespace
+
 std::unique_ptr<Archive> Archive::Open(const std::string& path)
 {
     auto db = std::make_unique<ArchiveDb>(path);
@@ -151,11 +168,9 @@ bool Archive::InstallIntoSession(const std::string& userName)
     ArchiveContext* context = m_context.get();
     m_previous->rights = session.GetUserRights().SetProvider(
         [context](UserRights::eRIGHT right, const ACE_CString& organizationID) {
-            const ArchiveContext::Right r = right == UserRights::eLINK_PATIENT    ? ArchiveContext::Right::Link
-                                            : right == UserRights::eMERGE_PATIENT ? ArchiveContext::Right::Merge
-                                                                                  : ArchiveContext::Right::Create;
             try {
-                return context->HasRightById(r, std::string(organizationID.c_str(), organizationID.length()));
+                return context->HasRightById(ArchiveRightOf(right),
+                                             std::string(organizationID.c_str(), organizationID.length()));
             } catch (...) {
                 // A right that cannot be read is not granted.
                 return false;

@@ -1,6 +1,12 @@
 #include "archivecontext.h"
 
+#include "archiveerror.h"
+
+#include <server.h>
+
 #include <SQLiteCpp/Statement.h>
+
+#include <cstdio>
 
 ArchiveContext::ArchiveContext(ArchiveDb& db)
     : m_db(db), m_journal(db)
@@ -71,10 +77,92 @@ std::optional<ArchiveContext::Organization> ArchiveContext::OrgByKeyOrId(const s
     return org;
 }
 
+ArchiveContext::Policy ArchiveContext::SitePolicy()
+{
+    Policy p;
+    bool bsnSet = false, bsnEnabled = false, bsnCreateEdit = false;
+    auto& q = m_db.Prepare("SELECT name, value FROM site_settings WHERE scope = 'policy'");
+    while (q.executeStep()) {
+        const std::string name = q.getColumn(0).getString(), value = q.getColumn(1).getString();
+        const bool on = value == "1" || value == "true";
+        if (name == "NumericMRN")
+            p.numericMRN = on;
+        else if (name == "EmptyFirstNameAllowed")
+            p.emptyFirstNameAllowed = on;
+        else if (name == "EnableBsn")
+            bsnSet = true, bsnEnabled = on;
+        else if (name == "EnableBsnCreateEdit")
+            bsnSet = true, bsnCreateEdit = on;
+    }
+    q.reset();
+    p.bsnEditable = !bsnSet || (bsnEnabled && bsnCreateEdit);
+    return p;
+}
+
+bool ArchiveContext::FirstNameValid(const std::string& firstName)
+{
+    if (firstName.find_first_not_of(" \t\r\n") != std::string::npos)
+        return true;
+    return SitePolicy().emptyFirstNameAllowed;
+}
+
+namespace {
+
+// Patient rights live in user_rights, exam rights in exam_rights.
+bool IsExamRight(ArchiveContext::Right right)
+{
+    return right == ArchiveContext::Right::EditExams || right == ArchiveContext::Right::DeleteExams ||
+           right == ArchiveContext::Right::DetachStudies;
+}
+
+const char* RightColumn(ArchiveContext::Right right)
+{
+    switch (right) {
+    case ArchiveContext::Right::Create: return "can_create";
+    case ArchiveContext::Right::Link: return "can_link";
+    case ArchiveContext::Right::Merge: return "can_merge";
+    case ArchiveContext::Right::EditExams: return "can_edit_exams";
+    case ArchiveContext::Right::DeleteExams: return "can_delete_exams";
+    case ArchiveContext::Right::DetachStudies: return "can_detach_studies";
+    }
+    return "can_create";
+}
+
+const char* RightWords(ArchiveContext::Right right)
+{
+    switch (right) {
+    case ArchiveContext::Right::Create: return "create or edit patients";
+    case ArchiveContext::Right::Link: return "link patients";
+    case ArchiveContext::Right::Merge: return "merge patients";
+    case ArchiveContext::Right::EditExams: return "create or edit exams";
+    case ArchiveContext::Right::DeleteExams: return "delete or cancel exams";
+    case ArchiveContext::Right::DetachStudies: return "detach studies";
+    }
+    return "do this";
+}
+
+} // namespace
+
+std::string ArchiveContext::RefusalText(Right right, const std::string& orgKey)
+{
+    if (!UserKnown(m_user))
+        return "The archive does not know the user '" + m_user + "'.";
+    const auto org = OrgByKey(orgKey);
+    return std::string("You do not have the right to ") + RightWords(right) + " in organization " +
+           (org ? org->id : orgKey) + ".";
+}
+
+void ArchiveContext::RequireRight(Right right, const std::string& orgKey)
+{
+    if (!HasRight(right, orgKey))
+        throw Framework::Server(RefusalText(right, orgKey), ArchiveResult::NotPermitted);
+}
+
 bool ArchiveContext::HasRight(Right right, const std::string& orgKey)
 {
-    const char* column = right == Right::Create ? "can_create" : right == Right::Link ? "can_link" : "can_merge";
-    auto& q = m_db.Prepare(std::string("SELECT ") + column + " FROM user_rights WHERE user_name = ? AND org_key = ?");
+    const char* column = RightColumn(right);
+    auto& q = m_db.Prepare(std::string("SELECT ") + column + (IsExamRight(right) ? " FROM exam_rights" : " FROM user_rights") +
+                           " WHERE user_name = ? AND org_key = ?");
     q.bind(1, m_user);
     q.bind(2, orgKey);
     const bool granted = q.executeStep() && q.getColumn(0).getInt() != 0;
@@ -148,6 +236,49 @@ bool Text(const std::string& text, size_t maxBytes)
 bool Key(const std::string& key)
 {
     return !key.empty() && key.size() <= 64 && Text(key, 64);
+}
+
+namespace {
+
+bool Invisible(char32_t c)
+{
+    return c < 0x20 || (c >= 0x7F && c <= 0x9F) || c == 0xAD || c == 0x34F || c == 0x61C || c == 0x115F ||
+           c == 0x1160 || c == 0x17B4 || c == 0x17B5 || c == 0x180E || (c >= 0x200B && c <= 0x200F) ||
+           (c >= 0x2028 && c <= 0x202E) || (c >= 0x2060 && c <= 0x206F) || c == 0x3164 || c == 0xFEFF ||
+           c == 0xFFA0 || (c >= 0xFFF0 && c <= 0xFFFB) || (c >= 0x1D173 && c <= 0x1D17A) ||
+           (c >= 0xE0000 && c <= 0xE0FFF);
+}
+
+} // namespace
+
+char32_t FirstInvisible(const std::string& text)
+{
+    if (!IsUtf8(text))
+        return 0;
+    const auto* s = reinterpret_cast<const unsigned char*>(text.data());
+    for (size_t i = 0; i < text.size();) {
+        const unsigned char c = s[i];
+        const size_t length = c < 0x80 ? 1 : (c & 0xE0) == 0xC0 ? 2 : (c & 0xF0) == 0xE0 ? 3 : 4;
+        char32_t cp = length == 1 ? c : length == 2 ? (c & 0x1F) : length == 3 ? (c & 0x0F) : (c & 0x07);
+        for (size_t k = 1; k < length; ++k)
+            cp = (cp << 6) | (s[i + k] & 0x3F);
+        if (Invisible(cp))
+            return cp;
+        i += length;
+    }
+    return 0;
+}
+
+void RefuseInvisible(const std::string& field, const std::string& text)
+{
+    const char32_t c = FirstInvisible(text);
+    if (!c)
+        return;
+    char code[16];
+    std::snprintf(code, sizeof code, "U+%04X", static_cast<unsigned>(c));
+    throw Framework::Server("The " + field + " contains an invisible or control character (" + code +
+                            "). Retype it without that character.",
+                            ArchiveResult::InvalidArgument);
 }
 
 } // namespace FieldCheck

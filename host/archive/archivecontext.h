@@ -12,7 +12,9 @@
 class BRAVIK_ARCHIVE_EXPORT ArchiveContext
 {
 public:
-    enum class Right { Create, Link, Merge };
+    // Patient rights (create and edit, link, merge) and exam rights (create
+    // and edit exams, delete or cancel exams, detach studies), per organization.
+    enum class Right { Create, Link, Merge, EditExams, DeleteExams, DetachStudies };
 
     struct Organization
     {
@@ -20,6 +22,15 @@ public:
         bool enterprise = false, federated = false, acceptsDemographicsUpdate = true;
         bool generatesMrn = false, generatesAcc = false;
         std::string defaultCountry, defaultState, newExamStatus, mrnPrefix, accPrefix;
+    };
+
+    // The site's policy as the archive keeps it: enforced on every connection,
+    // whatever the host installed in its own process.
+    struct Policy
+    {
+        bool numericMRN = false, emptyFirstNameAllowed = false;
+        // A BSN may be entered or changed unless the site's settings say it may not.
+        bool bsnEditable = true;
     };
 
     explicit ArchiveContext(ArchiveDb& db);
@@ -36,7 +47,16 @@ public:
     std::optional<Organization> OrgByKey(const std::string& key);
     std::optional<Organization> OrgByKeyOrId(const std::string& keyOrId);
 
+    Policy SitePolicy();
+    // Whether a patient's first name passes the site's policy: not blank, or
+    // blank where the site allows it.
+    bool FirstNameValid(const std::string& firstName);
+
     bool HasRight(Right right, const std::string& orgKey);
+    // The readable refusal for a missing right, naming the organization.
+    std::string RefusalText(Right right, const std::string& orgKey);
+    // Throws the framework's server exception with RefusalText unless granted.
+    void RequireRight(Right right, const std::string& orgKey);
     bool HasRightById(Right right, const std::string& orgId);
 
 private:
@@ -52,6 +72,14 @@ bool IsUtf8(const std::string& text);
 bool Text(const std::string& text, size_t maxBytes);
 // A non-empty key of sane length.
 bool Key(const std::string& key);
+// The first character a reader cannot see or would read as something else:
+// control characters (C0, DEL, C1), line and paragraph separators and the
+// invisible format characters (bidirectional overrides and isolates, zero-width
+// marks, soft hyphen, tags). 0 when there is none or the text is not UTF-8.
+char32_t FirstInvisible(const std::string& text);
+// Throws the framework's server exception, naming `field`, when `text` holds
+// such a character: a right-to-left override can make one MRN display as another.
+void RefuseInvisible(const std::string& field, const std::string& text);
 constexpr size_t kName = 50;
 constexpr size_t kMrn = 64;
 constexpr size_t kAddress = 199;

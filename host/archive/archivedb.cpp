@@ -1,12 +1,42 @@
 #include "archivedb.h"
 
 #include "archiveerror.h"
+#include "ledger.h"
 #include "schema.h"
+#include "systemlog.h"
 
 #include <SQLiteCpp/Exception.h>
 
+#include <ace/Log_Msg.h>
+#include <server.h>
+#include <sqlite3.h>
+
+#include <algorithm>
 #include <chrono>
 #include <ctime>
+#include <filesystem>
+#include <mutex>
+#include <system_error>
+
+namespace {
+
+// Every open connection, so that a fault met through one statement can mark
+// the connection it came from as damaged.
+std::mutex g_openMutex;
+std::vector<ArchiveDb*> g_open;
+
+bool IsDamageCode(int code)
+{
+    const int primary = code & 0xff;
+    return primary == SQLITE_CORRUPT || primary == SQLITE_NOTADB;
+}
+
+void LogFault(const char* operation, const SQLite::Exception& e)
+{
+    ACE_DEBUG((LM_ERROR, "ArchiveDb: %s failed: %s (code %d)\n", operation, e.what(), e.getExtendedErrorCode()));
+}
+
+} // namespace
 
 ArchiveDb::ArchiveDb(const std::string& path, Mode mode, int busyTimeoutMs)
     : m_path(path)
@@ -16,18 +46,49 @@ ArchiveDb::ArchiveDb(const std::string& path, Mode mode, int busyTimeoutMs)
         flags |= SQLite::OPEN_CREATE;
     if (mode == Mode::ReadOnly)
         flags = SQLite::OPEN_READONLY;
+    RefuseEmptyFile(path);
     try {
         m_db = std::make_unique<SQLite::Database>(path, flags, busyTimeoutMs);
         Configure(mode);
     } catch (const SQLite::Exception& e) {
-        ThrowServerFault("cannot open archive '" + path + "': " + e.what());
+        // The caller reports this itself before anything else is shown, so
+        // the readable reason is all it gets.
+        const DbFault fault = ClassifyDbFault(e);
+        const std::string why = fault == DbFault::Damaged ? "the file is not a database, or it is damaged"
+                                : fault == DbFault::Busy  ? "it is busy: another workstation is saving. Try again"
+                                                          : "the file cannot be read or written";
+        ThrowServerFault("cannot open archive '" + path + "': " + why + ".");
     }
+    std::lock_guard<std::mutex> lock(g_openMutex);
+    g_open.push_back(this);
 }
 
 ArchiveDb::~ArchiveDb()
 {
+    {
+        std::lock_guard<std::mutex> lock(g_openMutex);
+        g_open.erase(std::remove(g_open.begin(), g_open.end(), this), g_open.end());
+    }
     // Statements must go before the connection they belong to.
     m_cache.clear();
+}
+
+void ArchiveDb::SetBusyTimeout(int ms)
+{
+    m_db->setBusyTimeout(ms);
+}
+
+void ArchiveDb::NoteDamage()
+{
+    if (IsDamageCode(sqlite3_extended_errcode(m_db->getHandle())))
+        m_damaged = true;
+}
+
+void ArchiveDb::NoteDamageEverywhere()
+{
+    std::lock_guard<std::mutex> lock(g_openMutex);
+    for (ArchiveDb* db : g_open)
+        db->NoteDamage();
 }
 
 void ArchiveDb::Configure(Mode mode)
@@ -39,16 +100,37 @@ void ArchiveDb::Configure(Mode mode)
     // The search's index pages stay in the process rather than being read
     // from the file again for every search (SQLite's default is 2 MB).
     m_db->exec("PRAGMA cache_size = -65536");
-    if (mode == Mode::ReadOnly) {
-        const int version = SchemaVersion();
-        if (version > CurrentSchemaVersion())
-            ThrowServerFault("archive '" + m_path + "' has schema version " + std::to_string(version)
-                             + ", newer than this program's " + std::to_string(CurrentSchemaVersion()));
+    // Everything that refuses the file comes before the first write (the
+    // journal mode is one), so a refused file is left exactly as it was.
+    RefuseForeignDatabase();
+    if (mode == Mode::ReadOnly)
         return;
-    }
     m_db->exec("PRAGMA journal_mode = WAL");
-    m_db->exec("PRAGMA synchronous = NORMAL");
+    // The log is synced at every commit: a save that was reported done
+    // survives a power failure, not only a crashed program.
+    m_db->exec("PRAGMA synchronous = FULL");
     Migrate();
+}
+
+void ArchiveDb::RefuseEmptyFile(const std::string& path)
+{
+    // SQLite takes an empty file for an empty database and would turn it into
+    // an archive; an empty file where an archive was expected is a mistake
+    // (a failed copy, a truncated file) the user must see.
+    std::error_code ec;
+    if (std::filesystem::is_regular_file(path, ec) && std::filesystem::file_size(path, ec) == 0 && !ec)
+        ThrowServerFault("cannot open archive '" + path + "': the file is empty, not an archive");
+}
+
+void ArchiveDb::RefuseForeignDatabase()
+{
+    const int version = SchemaVersion();
+    if (version > CurrentSchemaVersion())
+        ThrowServerFault("archive '" + m_path + "' has schema version " + std::to_string(version)
+                         + ", newer than this program's " + std::to_string(CurrentSchemaVersion()));
+    // Version 0 with tables in it is some other program's database.
+    if (version == 0 && m_db->execAndGet("SELECT count(*) FROM sqlite_master").getInt() > 0)
+        ThrowServerFault("cannot open archive '" + m_path + "': it is a database of another program, not an archive");
 }
 
 int ArchiveDb::SchemaVersion()
@@ -76,6 +158,8 @@ void ArchiveDb::Migrate(int target)
         // Another connection may have migrated while we waited for the lock.
         for (int v = SchemaVersion() + 1; v <= target; ++v) {
             m_db->exec(Schema::Step(v));
+            if (v == Schema::LedgerVersion())
+                Ledger(*this).SealAll();
             m_db->exec("PRAGMA user_version = " + std::to_string(v));
         }
         tx.Commit();
@@ -155,6 +239,15 @@ std::vector<std::pair<std::string, long long>> ArchiveDb::TableRowCounts()
     return counts;
 }
 
+void ArchiveDb::CommitDone(bool committed)
+{
+    std::vector<std::string> lines;
+    lines.swap(m_afterCommit);
+    if (committed)
+        for (const auto& line : lines)
+            SystemLog::Write(line);
+}
+
 std::string ArchiveDb::NowText()
 {
     const auto now = std::chrono::system_clock::now();
@@ -166,13 +259,49 @@ std::string ArchiveDb::NowText()
     return buf;
 }
 
+DbFault ClassifyDbFault(const SQLite::Exception& e)
+{
+    const int code = e.getErrorCode() & 0xff;
+    if (code == SQLITE_BUSY || code == SQLITE_LOCKED)
+        return DbFault::Busy;
+    if (code == SQLITE_CONSTRAINT)
+        return DbFault::Constraint;
+    if (IsDamageCode(code))
+        return DbFault::Damaged;
+    return DbFault::Other;
+}
+
+void ThrowDbFault(const char* operation, const SQLite::Exception& e)
+{
+    LogFault(operation, e);
+    switch (ClassifyDbFault(e)) {
+    case DbFault::Busy:
+        throw Framework::Server(ArchiveFaultText::Busy, ArchiveFaultText::BusyCode);
+    case DbFault::Damaged:
+        ArchiveDb::NoteDamageEverywhere();
+        throw Framework::Server(ArchiveFaultText::Damaged, ArchiveFaultText::DamagedCode);
+    default:
+        throw Framework::Server(ArchiveFaultText::Failed, ArchiveFaultText::FailedCode);
+    }
+}
+
+int RefuseBrokenRule(const char* operation, const SQLite::Exception& e)
+{
+    LogFault(operation, e);
+    return ArchiveResult::Conflict;
+}
+
 WriteTransaction::WriteTransaction(ArchiveDb& db)
     : m_db(db)
 {
+    if (auto hook = m_db.TakeBeforeWriteHook())
+        hook();
+    if (m_db.Damaged())
+        throw Framework::Server(ArchiveFaultText::Damaged, ArchiveFaultText::DamagedCode);
     try {
         m_db.Handle().exec("BEGIN IMMEDIATE");
     } catch (const SQLite::Exception& e) {
-        ThrowServerFault(std::string("cannot start a write transaction: ") + e.what());
+        ThrowDbFault("starting a write transaction", e);
     }
     m_open = true;
 }
@@ -181,6 +310,9 @@ WriteTransaction::~WriteTransaction()
 {
     if (!m_open)
         return;
+    // Before the rollback clears what the failed statement met.
+    m_db.NoteDamage();
+    m_db.CommitDone(false);
     try {
         m_db.Handle().exec("ROLLBACK");
     } catch (...) {
@@ -193,7 +325,8 @@ void WriteTransaction::Commit()
     try {
         m_db.Handle().exec("COMMIT");
     } catch (const SQLite::Exception& e) {
-        ThrowServerFault(std::string("cannot commit: ") + e.what());
+        ThrowDbFault("committing", e);
     }
     m_open = false;
+    m_db.CommitDone(true);
 }

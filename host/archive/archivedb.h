@@ -9,6 +9,9 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
 
 // One connection to a site's archive file. Owns the SQLite handle, brings the
 // schema up to date on open, and is the only way services write: every write
@@ -57,11 +60,36 @@ public:
     std::vector<std::pair<std::string, long long>> TableRowCounts();
     std::vector<std::string> TableNames();
 
+    // Lines for the system log, sent when the surrounding transaction commits
+    // and dropped when it rolls back.
+    void AfterCommit(const std::string& systemLogLine) { m_afterCommit.push_back(systemLogLine); }
+    void CommitDone(bool committed);
+
     // The ISO time used in audit and journal rows.
     static std::string NowText();
 
+    // How long a statement waits for another connection's write lock before
+    // the archive is reported busy.
+    void SetBusyTimeout(int ms);
+
+    // Once a read or write has found damaged pages, the connection takes no
+    // more writes: carrying on could spread the damage.
+    bool Damaged() const { return m_damaged; }
+    // Marks this connection when its last statement met damaged pages.
+    void NoteDamage();
+    // The same for every open connection.
+    static void NoteDamageEverywhere();
+
+    // Test hook: runs once, on this connection, just before its next write
+    // transaction asks for the lock. Lets a test put another workstation's
+    // whole operation between a caller's request and its transaction.
+    void BeforeNextWrite(std::function<void()> hook) { m_beforeWrite = std::move(hook); }
+    std::function<void()> TakeBeforeWriteHook() { return std::exchange(m_beforeWrite, {}); }
+
 private:
     void Configure(Mode mode);
+    static void RefuseEmptyFile(const std::string& path);
+    void RefuseForeignDatabase();
     void CountWrite();
 
     std::string m_path;
@@ -69,6 +97,9 @@ private:
     std::vector<std::pair<std::string, std::unique_ptr<SQLite::Statement>>> m_cache;
     int m_failAt = 0;
     int m_writeCount = 0;
+    bool m_damaged = false;
+    std::function<void()> m_beforeWrite;
+    std::vector<std::string> m_afterCommit;
 };
 
 // BEGIN IMMEDIATE ... COMMIT, rolled back by the destructor unless committed:
@@ -89,16 +120,31 @@ private:
     bool m_open = false;
 };
 
-// Turns any database exception thrown by `body` into the framework's server
-// exception, keeping the readable text.
+// Throws the framework's server exception with `what` as its description.
 [[noreturn]] BRAVIK_ARCHIVE_EXPORT void ThrowServerFault(const std::string& what);
 
+// What a database fault means to a caller.
+enum class DbFault { Busy, Constraint, Damaged, Other };
+BRAVIK_ARCHIVE_EXPORT DbFault ClassifyDbFault(const SQLite::Exception& e);
+// Logs the database's own text and throws the server exception with a
+// sentence a user can read instead (busy, damaged, or a general failure).
+[[noreturn]] BRAVIK_ARCHIVE_EXPORT void ThrowDbFault(const char* operation, const SQLite::Exception& e);
+// Logs a broken rule the checks did not catch and returns the Conflict code.
+BRAVIK_ARCHIVE_EXPORT int RefuseBrokenRule(const char* operation, const SQLite::Exception& e);
+
+// Runs `body`; a database fault never leaves as database text. A broken rule
+// in an operation that returns a result code is an ordinary refusal; every
+// other fault becomes the framework's server exception with a readable reason.
 template <typename F>
 auto GuardDb(const char* operation, F&& body) -> decltype(body())
 {
     try {
         return body();
     } catch (const SQLite::Exception& e) {
-        ThrowServerFault(std::string(operation) + ": " + e.what());
+        if constexpr (std::is_same_v<decltype(body()), int>) {
+            if (ClassifyDbFault(e) == DbFault::Constraint)
+                return RefuseBrokenRule(operation, e);
+        }
+        ThrowDbFault(operation, e);
     }
 }

@@ -10,6 +10,8 @@ int NextCounterKey(ArchiveContext& ctx, const CounterKey& kind, const std::strin
 {
     if (!FieldCheck::Key(organization))
         return ArchiveResult::InvalidArgument;
+    auto& db = ctx.Db();
+    WriteTransaction tx(db);
     const auto org = ctx.OrgByKeyOrId(organization);
     if (!org)
         return ArchiveResult::NotFound;
@@ -17,8 +19,9 @@ int NextCounterKey(ArchiveContext& ctx, const CounterKey& kind, const std::strin
         return ArchiveResult::Unsupported;
     const std::string& orgKey = org->key;
     const std::string& prefix = (*org).*kind.prefix;
-    auto& db = ctx.Db();
-    WriteTransaction tx(db);
+    // A number handed out is a number used up: only who may create may draw one.
+    if (!ctx.HasRight(kind.right, orgKey))
+        return ArchiveResult::NotPermitted;
     auto& counter = db.Prepare(std::string("SELECT ") + kind.counterColumn + " FROM organizations WHERE org_key = ?");
     counter.bind(1, orgKey);
     counter.executeStep();

@@ -1,4 +1,5 @@
 #include "demoseeder.h"
+#include "referenceseeder.h"
 
 #include "archivedb.h"
 #include "candidatestore.h"
@@ -292,23 +293,36 @@ struct DemoSeeder::Impl
         }
         auto& right = db.Prepare("INSERT INTO user_rights(user_name, org_key, can_create, can_link, can_merge) "
                                  "VALUES (?, ?, ?, ?, ?)");
-        auto grant = [&](const char* name, size_t org, int create, int link, int merge) {
+        auto& examRight = db.Prepare("INSERT INTO exam_rights(user_name, org_key, can_edit_exams, can_delete_exams, "
+                                     "can_detach_studies) VALUES (?, ?, ?, ?, ?)");
+        // Patient rights (create, link, merge), then exam rights (create and
+        // edit exams, delete or cancel exams, detach studies).
+        auto grant = [&](const char* name, size_t org, int create, int link, int merge, int exams, int remove,
+                         int detach) {
             right.bind(1, name);
             right.bind(2, orgKeys[org]);
             right.bind(3, create);
             right.bind(4, link);
             right.bind(5, merge);
+            examRight.bind(1, name);
+            examRight.bind(2, orgKeys[org]);
+            examRight.bind(3, exams);
+            examRight.bind(4, remove);
+            examRight.bind(5, detach);
+            db.Write(examRight);
             db.Write(right);
         };
         for (size_t i = 0; i < orgKeys.size(); ++i) {
-            grant("admin", i, 1, 1, 1);
-            // The clerk registers and links everywhere but merges only at Northside.
-            grant("clerk", i, 1, 1, std::string(kOrgs[i].id) == "NORTHSIDE" ? 1 : 0);
+            grant("admin", i, 1, 1, 1, 1, 1, 1);
+            // The clerk registers and links everywhere but merges only at
+            // Northside; creates and edits exams, but leaves deleting or
+            // cancelling exams and detaching images to the supervisor.
+            grant("clerk", i, 1, 1, std::string(kOrgs[i].id) == "NORTHSIDE" ? 1 : 0, 1, 0, 0);
             // The radiologist only reads.
-            grant("radiologist", i, 0, 0, 0);
+            grant("radiologist", i, 0, 0, 0, 0, 0, 0);
         }
-        grant("registrar", 3, 1, 1, 1);
-        grant("registrar", 1, 1, 0, 0);
+        grant("registrar", 3, 1, 1, 1, 1, 1, 1);
+        grant("registrar", 1, 1, 0, 0, 1, 1, 1);
 
         auto& setting = db.Prepare("INSERT INTO site_settings(scope, name, value) VALUES (?, ?, ?)");
         const std::array<std::array<const char*, 3>, 6> settings = {{
@@ -424,6 +438,7 @@ struct DemoSeeder::Impl
             res.bind(4, r.modality);
             db.Write(res);
         }
+        SeedReferenceVolume(db, keys, ReferenceVolume());
         LoadOrgs();
     }
 

@@ -1,21 +1,26 @@
 #include "journal.h"
 
 #include "archivedb.h"
+#include "systemlog.h"
 
 Journal::Journal(ArchiveDb& db)
-    : m_db(db)
+    : m_db(db), m_ledger(db)
 {
 }
 
 void Journal::Audit(const std::string& user, const std::string& recordKey, int eventCode, const std::string& comment)
 {
     auto& st = m_db.Prepare("INSERT INTO audit(at, user_name, record_key, event_code, comment) VALUES (?, ?, ?, ?, ?)");
-    st.bind(1, ArchiveDb::NowText());
+    const std::string now = ArchiveDb::NowText();
+    st.bind(1, now);
     st.bind(2, user);
     st.bind(3, recordKey);
     st.bind(4, eventCode);
     st.bind(5, comment);
     m_db.Write(st);
+    m_ledger.SealNew("audit");
+    // A copy outside the archive file, sent once the transaction commits.
+    m_db.AfterCommit(SystemLog::AuditLine(user, eventCode, recordKey, now));
 }
 
 long long Journal::Begin(const std::string& user, const std::string& operation, const std::string& subjectKey,
@@ -30,7 +35,9 @@ long long Journal::Begin(const std::string& user, const std::string& operation, 
     st.bind(5, otherKey);
     st.bind(6, reason);
     m_db.Write(st);
-    return m_db.Handle().getLastInsertRowid();
+    const long long id = m_db.Handle().getLastInsertRowid();
+    m_ledger.SealNew("journal");
+    return id;
 }
 
 const std::string& Journal::JsonOf(const std::string& table)
@@ -64,4 +71,5 @@ void Journal::Capture(long long journalId, const std::string& table, const std::
     st.bind(":jid", static_cast<int64_t>(journalId));
     st.bind("@v", value);
     m_db.Write(st);
+    m_ledger.SealNew("journal_images");
 }

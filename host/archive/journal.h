@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bravik_archive_export.h"
+#include "ledger.h"
 
 #include <map>
 #include <string>
@@ -48,5 +49,6 @@ private:
     const std::string& JsonOf(const std::string& table);
 
     ArchiveDb& m_db;
+    Ledger m_ledger;
     std::map<std::string, std::string> m_jsonExpr;
 };

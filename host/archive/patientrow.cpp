@@ -149,8 +149,24 @@ int Bind(SQLite::Statement& st, const PatientDetailRecord& r, int first)
     return first;
 }
 
+// The fields a reader identifies a patient by: names, MRN and identifiers.
+const std::vector<std::pair<const char*, const char*>>& IdentifyingFields()
+{
+    static const std::vector<std::pair<const char*, const char*>> fields = {
+        {"mrn", "patient ID"}, {"last_name", "last name"}, {"first_name", "first name"},
+        {"middle_name", "middle name"}, {"title", "title"}, {"suffix", "suffix"},
+        {"global_id", "global patient ID"}, {"bsn", "citizen service number"}, {"other_ids", "other patient IDs"},
+        {"mothers_maiden_name", "mother's maiden name"}, {"alias_first", "alias first name"},
+        {"alias_middle", "alias middle name"}, {"alias_last", "alias last name"}};
+    return fields;
+}
+
 int Validate(const PatientDetailRecord& r)
 {
+    for (const auto& f : Fields())
+        for (const auto& [column, label] : IdentifyingFields())
+            if (std::string(f.column) == column)
+                FieldCheck::RefuseInvisible(label, f.get(r));
     for (const auto& f : Fields())
         if (!FieldCheck::Text(f.get(r), f.limit))
             return ArchiveResult::InvalidArgument;

@@ -427,24 +427,86 @@ CREATE INDEX candidate_pairs_by_b_dob ON candidate_pairs(b_dob, b_sex, a_last, a
 UPDATE candidate_state SET fresh = 0;
 )SQL";
 
+// Rights and audit: exam work has rights of its own per organization (users
+// who could register patients keep their exam work); the audit trail and the
+// journal become hash chains (see Ledger), rows written before are sealed in
+// C++ right after this step, in the same transaction. Every statement may run
+// again on an archive that has them.
+const char* const kV6 = R"SQL(
+CREATE TABLE IF NOT EXISTS exam_rights (
+  user_name TEXT NOT NULL REFERENCES users(user_name) ON DELETE CASCADE,
+  org_key TEXT NOT NULL REFERENCES organizations(org_key) ON DELETE CASCADE,
+  can_edit_exams INTEGER NOT NULL DEFAULT 0,
+  can_delete_exams INTEGER NOT NULL DEFAULT 0,
+  can_detach_studies INTEGER NOT NULL DEFAULT 0,
+  PRIMARY KEY (user_name, org_key)
+);
+INSERT OR IGNORE INTO exam_rights(user_name, org_key, can_edit_exams, can_delete_exams, can_detach_studies)
+  SELECT user_name, org_key, can_create, can_create, can_create FROM user_rights;
+
+CREATE TABLE IF NOT EXISTS ledger (
+  table_name TEXT NOT NULL,
+  row_id INTEGER NOT NULL,
+  previous TEXT NOT NULL,
+  digest TEXT NOT NULL,
+  PRIMARY KEY (table_name, row_id)
+) WITHOUT ROWID;
+CREATE TRIGGER IF NOT EXISTS ledger_no_update BEFORE UPDATE ON ledger
+BEGIN SELECT RAISE(ABORT, 'ledger rows are append-only'); END;
+CREATE TRIGGER IF NOT EXISTS ledger_no_delete BEFORE DELETE ON ledger
+BEGIN SELECT RAISE(ABORT, 'ledger rows are append-only'); END;
+CREATE TABLE IF NOT EXISTS ledger_heads (
+  table_name TEXT PRIMARY KEY,
+  row_count INTEGER NOT NULL,
+  last_row INTEGER NOT NULL,
+  head TEXT NOT NULL
+);
+INSERT OR IGNORE INTO ledger_heads VALUES ('audit', 0, 0, ''), ('journal', 0, 0, ''), ('journal_images', 0, 0, '');
+)SQL";
+
 // --- Patient record versions (patient dialog saves) ---
 // Every demographic save of a patient (it always sets `modified`) counts up
 // the record's version; a dialog saves only the version it read, so a save
 // made on another workstation meanwhile is never overwritten. Link changes
 // leave the version alone.
-const char* const kV6 = R"SQL(
+const char* const kV7 = R"SQL(
 ALTER TABLE patients ADD COLUMN version INTEGER NOT NULL DEFAULT 1;
 CREATE TRIGGER patients_version_on_save AFTER UPDATE OF modified ON patients
 BEGIN UPDATE patients SET version = OLD.version + 1 WHERE patient_key = NEW.patient_key; END;
 )SQL";
 
-const char* const kMigrations[] = {kV1, kV2, kV3, kV4, kV5, kV6};
+// ---- exam dialog: pickers and saves --------------------------------------
+// The pickers look dictionaries up by a typed prefix, ignoring case: each
+// searched column gets an index in that collation, so a prefix is a range
+// read however large the dictionary. Providers are looked up by name.
+// An exam's version (0 while it has no row here) is raised by every save, so
+// a save made from a stale copy (another workstation saved in between) can be
+// refused. Every statement may run again on an archive that has them.
+const char* const kV8 = R"SQL(
+CREATE INDEX IF NOT EXISTS exam_codes_by_code ON exam_codes(code COLLATE NOCASE);
+CREATE INDEX IF NOT EXISTS exam_code_modifiers_by_code ON exam_code_modifiers(code COLLATE NOCASE);
+CREATE INDEX IF NOT EXISTS locations_by_id ON locations(location_id COLLATE NOCASE);
+CREATE INDEX IF NOT EXISTS performing_resources_by_id ON performing_resources(resource_id COLLATE NOCASE);
+CREATE INDEX IF NOT EXISTS providers_by_name ON providers(last_name COLLATE NOCASE, first_name COLLATE NOCASE);
+CREATE TABLE IF NOT EXISTS exam_versions (
+  exam_key TEXT PRIMARY KEY REFERENCES exams(exam_key) ON DELETE CASCADE,
+  version INTEGER NOT NULL
+);
+)SQL";
+// ---- end of the exam dialog's block ----------------------------------------
+
+const char* const kMigrations[] = {kV1, kV2, kV3, kV4, kV5, kV6, kV7, kV8};
 
 } // namespace
 
 int Schema::Count()
 {
     return static_cast<int>(sizeof(kMigrations) / sizeof(kMigrations[0]));
+}
+
+int Schema::LedgerVersion()
+{
+    return 6;
 }
 
 const char* Schema::Step(int version)

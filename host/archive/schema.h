@@ -10,4 +10,7 @@ public:
     static int Count();
     // SQL of the step that takes the schema from version-1 to version; null if none.
     static const char* Step(int version);
+    // The step that starts the audit and journal chains; rows already there
+    // are sealed right after it.
+    static int LedgerVersion();
 };

@@ -3,6 +3,7 @@
 #include "archivecontext.h"
 #include "archiveerror.h"
 #include "dictionarytopic.h"
+#include "textmatch.h"
 
 #include <dictionaryrecord.h>
 #include <examcodemodifierdataset.h>
@@ -146,6 +147,13 @@ std::string OrgFilter()
     return "(org_key = '' OR ?1 = '' OR org_key = ?1)";
 }
 
+// Binds the match's values from parameter number first on.
+void BindMatch(SQLite::Statement& q, const TextMatch& match, int first)
+{
+    for (const auto& value : match.binds)
+        q.bind(first++, value);
+}
+
 } // namespace
 
 int SqliteDictionaryService::QueryExamCodes(QueryExamCodesRequestFacade& request, std::vector<ExamCodeRecord*>& codes)
@@ -153,11 +161,12 @@ int SqliteDictionaryService::QueryExamCodes(QueryExamCodesRequestFacade& request
     if (!FieldCheck::Text(S(request.GetExamCode()), 64) || !FieldCheck::Text(S(request.GetOrganizationKey()), 64))
         return ArchiveResult::InvalidArgument;
     return GuardDb("QueryExamCodes", [&] {
+        const TextMatch match = MatchText("code", S(request.GetExamCode()), 2);
         SQLite::Statement q(m_ctx.Db().Handle(),
                             "SELECT exam_code_key, code, description, modality, body_part, org_key FROM exam_codes "
-                            "WHERE " + OrgFilter() + " AND (?2 = '' OR code LIKE ?2 ESCAPE '\\') ORDER BY code");
+                            "WHERE " + OrgFilter() + " AND " + match.sql + " ORDER BY code COLLATE NOCASE");
         q.bind(1, S(request.GetOrganizationKey()));
-        q.bind(2, S(request.GetExamCode()));
+        BindMatch(q, match, 2);
         while (q.executeStep()) {
             auto* r = new ExamCodeRecord();
             r->SetKey(q.getColumn(0).getText());
@@ -178,11 +187,12 @@ int SqliteDictionaryService::QueryExamCodeModifiers(QueryExamCodeModifiersReques
     if (!FieldCheck::Text(S(request.GetCode()), 64) || !FieldCheck::Text(S(request.GetOrganizationKey()), 64))
         return ArchiveResult::InvalidArgument;
     return GuardDb("QueryExamCodeModifiers", [&] {
+        const TextMatch match = MatchText("code", S(request.GetCode()), 2);
         SQLite::Statement q(m_ctx.Db().Handle(),
                             "SELECT modifier_key, code, description, org_key FROM exam_code_modifiers "
-                            "WHERE " + OrgFilter() + " AND (?2 = '' OR code LIKE ?2 ESCAPE '\\') ORDER BY code");
+                            "WHERE " + OrgFilter() + " AND " + match.sql + " ORDER BY code COLLATE NOCASE");
         q.bind(1, S(request.GetOrganizationKey()));
-        q.bind(2, S(request.GetCode()));
+        BindMatch(q, match, 2);
         while (q.executeStep()) {
             auto* r = new ExamCodeModifierDataSet();
             r->SetKey(q.getColumn(0).getText());
@@ -202,14 +212,16 @@ int SqliteDictionaryService::QueryLocationData(const QueryLocationDataRequestFac
         || !FieldCheck::Text(S(request.GetOrganizationKey()), 64))
         return ArchiveResult::InvalidArgument;
     return GuardDb("QueryLocationData", [&] {
+        const TextMatch match = MatchText("location_id", S(request.GetLocationId()), 4);
         SQLite::Statement q(m_ctx.Db().Handle(),
                             "SELECT location_key, location_id, description, org_key, active FROM locations "
-                            "WHERE " + OrgFilter() + " AND (?2 = '' OR location_id LIKE ?2 ESCAPE '\\') "
-                            "AND (?3 = '' OR location_key = ?3) AND (?4 = 0 OR active = 1) ORDER BY location_id");
+                            "WHERE " + OrgFilter() + " AND " + match.sql + " "
+                            "AND (?2 = '' OR location_key = ?2) AND (?3 = 0 OR active = 1) "
+                            "ORDER BY location_id COLLATE NOCASE");
         q.bind(1, S(request.GetOrganizationKey()));
-        q.bind(2, S(request.GetLocationId()));
-        q.bind(3, S(request.GetLocationKey()));
-        q.bind(4, activeOnly ? 1 : 0);
+        q.bind(2, S(request.GetLocationKey()));
+        q.bind(3, activeOnly ? 1 : 0);
+        BindMatch(q, match, 4);
         while (q.executeStep()) {
             auto* r = new LocationDataSet();
             r->SetLocationKey(q.getColumn(0).getText());
@@ -232,13 +244,14 @@ int SqliteDictionaryService::QueryPerformingResources(const PerformingResourceDa
         || !FieldCheck::Text(S(queryTemplate->GetOrganizationKey()), 64))
         return ArchiveResult::InvalidArgument;
     return GuardDb("QueryPerformingResources", [&] {
+        const TextMatch match = MatchText("resource_id", S(queryTemplate->GetResourceId()), 3);
         SQLite::Statement q(m_ctx.Db().Handle(),
                             "SELECT resource_key, resource_id, description, modality, org_key FROM performing_resources "
-                            "WHERE " + OrgFilter() + " AND (?2 = '' OR resource_key = ?2) "
-                            "AND (?3 = '' OR resource_id LIKE ?3 ESCAPE '\\') ORDER BY resource_id");
+                            "WHERE " + OrgFilter() + " AND (?2 = '' OR resource_key = ?2) AND " + match.sql
+                                + " ORDER BY resource_id COLLATE NOCASE");
         q.bind(1, S(queryTemplate->GetOrganizationKey()));
         q.bind(2, S(queryTemplate->GetKey()));
-        q.bind(3, S(queryTemplate->GetResourceId()));
+        BindMatch(q, match, 3);
         while (q.executeStep()) {
             auto* r = new PerformingResourceDataSet();
             r->SetKey(q.getColumn(0).getText());

@@ -12,12 +12,17 @@
 
 #include <SQLiteCpp/Statement.h>
 
+#include <server.h>
+
+#include <cstdio>
 #include <memory>
 
 namespace {
 
 using Org = ArchiveContext::Organization;
-const CounterKey kAccessionCounter = {&Org::generatesAcc, &Org::accPrefix, "acc_counter", "exams", "accession", 8};
+using Right = ArchiveContext::Right;
+const CounterKey kAccessionCounter = {&Org::generatesAcc, &Org::accPrefix, "acc_counter", "exams", "accession", 8,
+                                   ArchiveContext::Right::EditExams};
 
 std::string S(const ACE_CString& s)
 {
@@ -33,7 +38,8 @@ const char* const kExamColumns =
     "SELECT exam_key, patient_key, org_key, accession, priority_code, status_code, scheduled_dt, performed_dt, "
     "exam_code, exam_code_key, modality, body_part, description, performing_resource_key, performing_resource_id, "
     "ordering_location_key, ordering_location_id, signs_symptoms, history, comments, marked_read, "
-    "link_group IS NOT NULL FROM exams ";
+    "link_group IS NOT NULL, "
+    "coalesce((SELECT version FROM exam_versions v WHERE v.exam_key = exams.exam_key), 0) FROM exams ";
 
 // The editable columns, in bind order.
 const char* const kEditable =
@@ -63,6 +69,13 @@ int BindEditable(SQLite::Statement& st, const ExamDataSet& e, const std::string&
     st.bind(i++, S(e.GetComments()));
     st.bind(i++, e.IsMarkedRead() ? 1 : 0);
     return i;
+}
+
+// A refusal the user can act on: raised as the framework's server exception
+// so the dialog shows the reason; the open transaction rolls back.
+[[noreturn]] void Refuse(int code, const std::string& reason)
+{
+    throw Framework::Server(reason, code);
 }
 
 } // namespace
@@ -125,6 +138,7 @@ int SqliteExamService::Read(const std::string& key, ExamDataSet& e)
     e.SetComments(q.getColumn(19).getText());
     e.SetMarkedRead(q.getColumn(20).getInt() != 0);
     e.SetLinkedFlag(q.getColumn(21).getInt() != 0 ? "true" : "false");
+    e.SetVersion(q.getColumn(22).getInt64());
     q.reset();
 
     auto& p = m_ctx.Db().Prepare("SELECT provider_key, provider_type, provider_id, org_key, dicom_name, work_phone "
@@ -162,6 +176,7 @@ int SqliteExamService::Validate(const ExamDataSet& e)
     const std::string acc = S(e.GetAccessionNumber());
     if (acc.empty() || !Text(acc, kAccession))
         return ArchiveResult::InvalidArgument;
+    RefuseInvisible("accession number", acc);
     for (const auto& text : {e.GetPriorityCode(), e.GetStatusCode(), e.GetExamCode(), e.GetModality(), e.GetBodyPart()})
         if (!Text(S(text), kIdentifier))
             return ArchiveResult::InvalidArgument;
@@ -256,25 +271,20 @@ int SqliteExamService::CreateExam(ExamDataSet* exam, ACE_CString& newExamKey)
         if (!FieldCheck::Key(patientKey))
             return ArchiveResult::InvalidArgument;
         auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         const auto owner = db.SelectText("SELECT org_key FROM patients WHERE patient_key = ?", patientKey);
         if (!owner)
-            return ArchiveResult::NotFound;
+            return db.SelectText("SELECT 1 FROM merged_patients WHERE old_key = ?", patientKey) ? ArchiveResult::MergedAway
+                                                                                                : ArchiveResult::NotFound;
         const std::string& patientOrg = *owner;
         // An exam belongs to its patient's organization.
         const std::string given = S(exam->GetOrganizationKey());
         const auto org = m_ctx.OrgByKeyOrId(given.empty() ? patientOrg : given);
         if (!org || org->key != patientOrg)
             return ArchiveResult::InvalidArgument;
+        m_ctx.RequireRight(Right::EditExams, org->key);
+        CheckAccessionFree(org->key, org->id, S(exam->GetAccessionNumber()), std::string());
         const std::string status = org->newExamStatus.empty() ? S(exam->GetStatusCode()) : org->newExamStatus;
-
-        WriteTransaction tx(db);
-        auto& dup = db.Prepare("SELECT 1 FROM exams WHERE org_key = ? AND accession = ?");
-        dup.bind(1, org->key);
-        dup.bind(2, S(exam->GetAccessionNumber()));
-        const bool taken = dup.executeStep();
-        dup.reset();
-        if (taken)
-            return ArchiveResult::Conflict;
         const std::string key = KeyGenerator::NewKey();
         const std::string now = ArchiveDb::NowText();
         auto& st = db.Prepare("INSERT INTO exams(exam_key, patient_key, org_key, accession, created, modified) "
@@ -294,8 +304,38 @@ int SqliteExamService::CreateExam(ExamDataSet* exam, ACE_CString& newExamKey)
         m_ctx.Log().Audit(m_ctx.User(), key, AuditEvent::ExamCreated);
         tx.Commit();
         newExamKey = key.c_str();
+        exam->SetVersion(0);
         return ArchiveResult::Ok;
     });
+}
+
+void SqliteExamService::CheckAccessionFree(const std::string& orgKey, const std::string& orgId,
+                                           const std::string& accession, const std::string& examKey)
+{
+    auto& dup = m_ctx.Db().Prepare("SELECT 1 FROM exams WHERE org_key = ? AND accession = ? AND exam_key <> ?");
+    dup.bind(1, orgKey);
+    dup.bind(2, accession);
+    dup.bind(3, examKey);
+    const bool taken = dup.executeStep();
+    dup.reset();
+    if (taken)
+        Refuse(ArchiveResult::Conflict, "The accession number " + accession
+                                            + " is already used by another exam of organization " + orgId + ".");
+}
+
+void SqliteExamService::CheckVersion(const std::string& examKey, long long version)
+{
+    auto& q = m_ctx.Db().Prepare("SELECT coalesce(v.version, 0) FROM exams e "
+                                 "LEFT JOIN exam_versions v ON v.exam_key = e.exam_key WHERE e.exam_key = ?");
+    q.bind(1, examKey);
+    const bool found = q.executeStep();
+    const long long stored = found ? q.getColumn(0).getInt64() : 0;
+    q.reset();
+    if (!found)
+        Refuse(ArchiveResult::NotFound, "The exam was deleted on another workstation since it was opened.");
+    if (stored != version)
+        Refuse(ArchiveResult::Conflict, "The exam was changed on another workstation since it was opened. "
+                                        "Close it and open it again to see the changes.");
 }
 
 int SqliteExamService::UpdateExam(ExamDataSet* exam)
@@ -303,29 +343,34 @@ int SqliteExamService::UpdateExam(ExamDataSet* exam)
     if (!exam)
         return ArchiveResult::InvalidArgument;
     return GuardDb("UpdateExam", [&] {
+        if (const int rc = Validate(*exam))
+            return rc;
+        if (!FieldCheck::Key(S(exam->GetKey())))
+            return ArchiveResult::InvalidArgument;
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
+        // Checked inside the transaction: the loser of a race sees the winner's save.
+        CheckVersion(S(exam->GetKey()), exam->GetVersion());
         Row row;
         if (const int rc = Find(S(exam->GetKey()), S(exam->GetOrganizationKey()), row))
             return rc;
-        if (const int rc = Validate(*exam))
-            return rc;
-        auto& db = m_ctx.Db();
-        WriteTransaction tx(db);
-        auto& dup = db.Prepare("SELECT 1 FROM exams WHERE org_key = ? AND accession = ? AND exam_key <> ?");
-        dup.bind(1, row.orgKey);
-        dup.bind(2, S(exam->GetAccessionNumber()));
-        dup.bind(3, row.key);
-        const bool taken = dup.executeStep();
-        dup.reset();
-        if (taken)
-            return ArchiveResult::Conflict;
+        const auto org = m_ctx.OrgByKey(row.orgKey);
+        const std::string orgId = org ? org->id : row.orgKey;
+        m_ctx.RequireRight(Right::EditExams, row.orgKey);
+        CheckAccessionFree(row.orgKey, orgId, S(exam->GetAccessionNumber()), row.key);
         auto& st = db.Prepare(std::string("UPDATE exams SET ") + kEditable + ", modified = ? WHERE exam_key = ?");
         const int next = BindEditable(st, *exam, S(exam->GetStatusCode()), 1);
         st.bind(next, ArchiveDb::NowText());
         st.bind(next + 1, row.key);
         db.Write(st);
         WriteChildren(row.key, *exam);
+        auto& bump = db.Prepare("INSERT INTO exam_versions(exam_key, version) VALUES (?, 1) "
+                                "ON CONFLICT(exam_key) DO UPDATE SET version = version + 1");
+        bump.bind(1, row.key);
+        db.Write(bump);
         m_ctx.Log().Audit(m_ctx.User(), row.key, AuditEvent::ExamUpdated);
         tx.Commit();
+        exam->SetVersion(exam->GetVersion() + 1);
         return ArchiveResult::Ok;
     });
 }
@@ -370,14 +415,14 @@ int SqliteExamService::GetLinkedExams(const ACE_CString& examKey, const ACE_CStr
 int SqliteExamService::UnLinkExam(const ACE_CString& examKey, const ACE_CString& organizationKey)
 {
     return GuardDb("UnLinkExam", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row row;
         if (const int rc = Find(S(examKey), S(organizationKey), row))
             return rc;
         if (row.group.empty())
             return ArchiveResult::Conflict;
-        auto& db = m_ctx.Db();
         auto& log = m_ctx.Log();
-        WriteTransaction tx(db);
         const long long j = log.Begin(m_ctx.User(), "unlink-exam", row.key, row.group, std::string());
         log.Capture(j, "exams", "exam_key", "link_group = @v", row.group);
         auto& st = db.Prepare("UPDATE exams SET link_group = NULL WHERE exam_key = ?");
@@ -394,6 +439,8 @@ int SqliteExamService::LinkExams(const ACE_CString& examKey, const ACE_CString& 
                                  const ACE_CString& linkedExamKey, const ACE_CString& linkedOrganizationKey)
 {
     return GuardDb("LinkExams", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row a, b;
         if (const int rc = Find(S(examKey), S(organizationKey), a))
             return rc;
@@ -404,8 +451,6 @@ int SqliteExamService::LinkExams(const ACE_CString& examKey, const ACE_CString& 
             return ArchiveResult::InvalidArgument;
         if (!a.group.empty() && a.group == b.group)
             return ArchiveResult::Conflict;
-        auto& db = m_ctx.Db();
-        WriteTransaction tx(db);
         std::string group = !a.group.empty() ? a.group : (!b.group.empty() ? b.group : KeyGenerator::NewKey());
         for (const Row* r : {&a, &b}) {
             if (r->group == group)
@@ -429,14 +474,17 @@ int SqliteExamService::DeleteExam(const ACE_CString& examKey, const ACE_CString&
                                   const ACE_CString& reason, bool deleteStudies)
 {
     return GuardDb("DeleteExam", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row row;
         if (const int rc = Find(S(examKey), S(organizationKey), row))
             return rc;
         if (!FieldCheck::Text(S(reason), FieldCheck::kReason))
             return ArchiveResult::InvalidArgument;
-        auto& db = m_ctx.Db();
+        FieldCheck::RefuseInvisible("reason", S(reason));
+        if (!m_ctx.HasRight(Right::DeleteExams, row.orgKey))
+            return ArchiveResult::NotPermitted;
         auto& log = m_ctx.Log();
-        WriteTransaction tx(db);
         const long long j = log.Begin(m_ctx.User(), deleteStudies ? "delete-exam-and-studies" : "delete-exam",
                                       row.key, row.patientKey, S(reason));
         log.Capture(j, "exams", "exam_key", "exam_key = @v", row.key);
@@ -463,6 +511,8 @@ int SqliteExamService::CancelExam(const ACE_CString& examKey, const ACE_CString&
                                   const ACE_CString& reason)
 {
     return GuardDb("CancelExam", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row row;
         if (const int rc = Find(S(examKey), S(organizationKey), row))
             return rc;
@@ -470,9 +520,10 @@ int SqliteExamService::CancelExam(const ACE_CString& examKey, const ACE_CString&
             return ArchiveResult::InvalidArgument;
         if (row.cancelled)
             return ArchiveResult::Conflict;
-        auto& db = m_ctx.Db();
+        FieldCheck::RefuseInvisible("reason", S(reason));
+        if (!m_ctx.HasRight(Right::DeleteExams, row.orgKey))
+            return ArchiveResult::NotPermitted;
         auto& log = m_ctx.Log();
-        WriteTransaction tx(db);
         const long long j = log.Begin(m_ctx.User(), "cancel-exam", row.key, row.patientKey, S(reason));
         log.Capture(j, "exams", "exam_key", "exam_key = @v", row.key);
         auto& st = db.Prepare("UPDATE exams SET cancelled = 1, status_code = ?, modified = ? WHERE exam_key = ?");
@@ -493,14 +544,19 @@ int SqliteExamService::DetachStudy(const ACE_CString& studyKey, const ACE_CStrin
         if (!FieldCheck::Key(key) || !FieldCheck::Text(S(reason), FieldCheck::kReason))
             return ArchiveResult::InvalidArgument;
         auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         const auto attached = db.SelectText("SELECT coalesce(exam_key, '') FROM studies WHERE study_key = ?", key);
         if (!attached)
             return ArchiveResult::NotFound;
         const std::string& exam = *attached;
         if (exam.empty())
             return ArchiveResult::Conflict;
+        FieldCheck::RefuseInvisible("reason", S(reason));
         auto& log = m_ctx.Log();
-        WriteTransaction tx(db);
+        const auto owner = db.SelectText("SELECT p.org_key FROM studies s JOIN patients p ON p.patient_key = s.patient_key "
+                                         "WHERE s.study_key = ?", key);
+        if (!owner || !m_ctx.HasRight(Right::DetachStudies, *owner))
+            return ArchiveResult::NotPermitted;
         const long long j = log.Begin(m_ctx.User(), "detach-study", key, exam, S(reason));
         log.Capture(j, "studies", "study_key", "study_key = @v", key);
         auto& st = db.Prepare("UPDATE studies SET exam_key = NULL WHERE study_key = ?");

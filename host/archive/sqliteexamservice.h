@@ -43,6 +43,10 @@ private:
     int Find(const std::string& key, const std::string& org, Row& row);
     int Read(const std::string& key, ExamDataSet& exam);
     int Validate(const ExamDataSet& exam);
+    // Refusals a user can act on; each raises Framework::Server with the reason.
+    void CheckAccessionFree(const std::string& orgKey, const std::string& orgId, const std::string& accession,
+                            const std::string& examKey);
+    void CheckVersion(const std::string& examKey, long long version);
     void WriteChildren(const std::string& key, const ExamDataSet& exam);
     void TidyGroup(const std::string& group);
 

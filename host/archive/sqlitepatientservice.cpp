@@ -31,7 +31,8 @@ using Right = ArchiveContext::Right;
 namespace {
 
 using Org = ArchiveContext::Organization;
-const CounterKey kMrnCounter = {&Org::generatesMrn, &Org::mrnPrefix, "mrn_counter", "patients", "mrn", 7};
+const CounterKey kMrnCounter = {&Org::generatesMrn, &Org::mrnPrefix, "mrn_counter", "patients", "mrn", 7,
+                             ArchiveContext::Right::Create};
 
 std::string S(const ACE_CString& s)
 {
@@ -188,6 +189,18 @@ int SqlitePatientService::GetPatient(const ACE_CString& patientKey, PatientDetai
     });
 }
 
+int SqlitePatientService::CheckIdentifierPolicy(const PatientDetailRecord& record, const std::string& key)
+{
+    const ArchiveContext::Policy policy = m_ctx.SitePolicy();
+    if (policy.numericMRN && !IsDigits(S(record.GetPatientID())))
+        return ArchiveResult::InvalidArgument;
+    if (policy.bsnEditable)
+        return ArchiveResult::Ok;
+    const std::string stored =
+        key.empty() ? std::string() : m_ctx.Db().SelectText("SELECT bsn FROM patients WHERE patient_key = ?", key).value_or("");
+    return S(record.GetBSN()) == stored ? ArchiveResult::Ok : ArchiveResult::InvalidArgument;
+}
+
 int SqlitePatientService::CreatePatient(PatientDetailRecord* record, ACE_CString& newPatientKey)
 {
     if (!record)
@@ -195,20 +208,20 @@ int SqlitePatientService::CreatePatient(PatientDetailRecord* record, ACE_CString
     return GuardDb("CreatePatient", [&] {
         if (const int rc = PatientRow::Validate(*record))
             return rc;
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         const auto org = m_ctx.OrgByKeyOrId(S(record->GetOrganizationKey()).empty() ? S(record->GetOrganizationID())
                                                                                      : S(record->GetOrganizationKey()));
         if (!org)
             return ArchiveResult::NotFound;
         const std::string mrn = S(record->GetPatientID());
-        if (mrn.empty() || S(record->GetLastName()).empty() || !IsPatientFirstNameValid(record))
+        if (mrn.empty() || S(record->GetLastName()).empty() || !m_ctx.FirstNameValid(S(record->GetFirstName())))
             return ArchiveResult::InvalidArgument;
-        if (SitePolicy::Get().numericMRN && !IsDigits(mrn))
-            return ArchiveResult::InvalidArgument;
+        if (const int rc = CheckIdentifierPolicy(*record, std::string()))
+            return rc;
         if (!m_ctx.HasRight(Right::Create, org->key))
             PatientSaveChecks::RefuseMissingRight(org->id);
 
-        auto& db = m_ctx.Db();
-        WriteTransaction tx(db);
         auto& dup = db.Prepare("SELECT 1 FROM patients WHERE org_key = ? AND mrn = ?");
         dup.bind(1, org->key);
         dup.bind(2, mrn);
@@ -242,6 +255,8 @@ int SqlitePatientService::ModifyPatient(PatientDetailRecord* record)
     if (!record)
         return ArchiveResult::InvalidArgument;
     return GuardDb("ModifyPatient", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row row;
         if (const int rc = Find(S(record->GetPatientKey()), row))
             return PatientSaveChecks::RefuseGone(rc, *record);
@@ -250,15 +265,13 @@ int SqlitePatientService::ModifyPatient(PatientDetailRecord* record)
         if (const int rc = PatientRow::Validate(*record))
             return rc;
         const std::string mrn = S(record->GetPatientID());
-        if (mrn.empty() || S(record->GetLastName()).empty() || !IsPatientFirstNameValid(record))
+        if (mrn.empty() || S(record->GetLastName()).empty() || !m_ctx.FirstNameValid(S(record->GetFirstName())))
             return ArchiveResult::InvalidArgument;
-        if (SitePolicy::Get().numericMRN && !IsDigits(mrn))
-            return ArchiveResult::InvalidArgument;
+        if (const int rc = CheckIdentifierPolicy(*record, row.key))
+            return rc;
         if (!m_ctx.HasRight(Right::Create, row.orgKey))
             PatientSaveChecks::RefuseMissingRight(row.orgId);
 
-        auto& db = m_ctx.Db();
-        WriteTransaction tx(db);
         PatientSaveChecks::RefuseStale(db, row.key, *record);
         auto& dup = db.Prepare("SELECT 1 FROM patients WHERE org_key = ? AND mrn = ? AND patient_key <> ?");
         dup.bind(1, row.orgKey);
@@ -295,17 +308,18 @@ int SqlitePatientService::DeletePatient(const ACE_CString& patientKey, const ACE
                                         const ACE_CString& reason)
 {
     return GuardDb("DeletePatient", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row row;
         if (const int rc = Find(S(patientKey), row))
             return rc;
         if (!SameOrg(S(organizationKey), row) || !FieldCheck::Text(S(reason), FieldCheck::kReason))
             return ArchiveResult::InvalidArgument;
+        FieldCheck::RefuseInvisible("reason", S(reason));
         if (!m_ctx.HasRight(Right::Create, row.orgKey))
             return ArchiveResult::NotPermitted;
 
-        auto& db = m_ctx.Db();
         auto& log = m_ctx.Log();
-        WriteTransaction tx(db);
         CandidateStore candidates(db);
         const auto kept = candidates.Before({row.key});
         const long long j = log.Begin(m_ctx.User(), "delete-patient", row.key, row.orgKey, S(reason));
@@ -417,6 +431,8 @@ int SqlitePatientService::LinkPatients(const ACE_CString& patientKey, const ACE_
                                        ACE_CString* linkId)
 {
     return GuardDb("LinkPatients", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row a, b;
         if (const int rc = Find(S(patientKey), a))
             return rc;
@@ -429,9 +445,7 @@ int SqlitePatientService::LinkPatients(const ACE_CString& patientKey, const ACE_
         if (!m_ctx.HasRight(Right::Link, a.orgKey) || !m_ctx.HasRight(Right::Link, b.orgKey))
             return ArchiveResult::NotPermitted;
 
-        auto& db = m_ctx.Db();
         auto& log = m_ctx.Log();
-        WriteTransaction tx(db);
         CandidateStore candidates(db);
         const auto kept = candidates.Before(GroupKeys({a, b}));
         const long long j = log.Begin(m_ctx.User(), "link", a.key, b.key, std::string());
@@ -479,6 +493,8 @@ int SqlitePatientService::LinkPatients(const ACE_CString& patientKey, const ACE_
 int SqlitePatientService::UnLinkPatient(const ACE_CString& patientKey, const ACE_CString& organizationKey)
 {
     return GuardDb("UnLinkPatient", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row row;
         if (const int rc = Find(S(patientKey), row))
             return rc;
@@ -489,9 +505,7 @@ int SqlitePatientService::UnLinkPatient(const ACE_CString& patientKey, const ACE
         if (!m_ctx.HasRight(Right::Link, row.orgKey))
             return ArchiveResult::NotPermitted;
 
-        auto& db = m_ctx.Db();
         auto& log = m_ctx.Log();
-        WriteTransaction tx(db);
         CandidateStore candidates(db);
         const auto kept = candidates.Before(GroupKeys({row}));
         const long long j = log.Begin(m_ctx.User(), "unlink", row.key, row.group, std::string());
@@ -513,6 +527,8 @@ int SqlitePatientService::MergePatients(const ACE_CString& sourcePatientKey, Pat
     if (!target)
         return ArchiveResult::InvalidArgument;
     return GuardDb("MergePatients", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row source, survivor;
         if (const int rc = Find(S(sourcePatientKey), source))
             return rc;
@@ -524,10 +540,11 @@ int SqlitePatientService::MergePatients(const ACE_CString& sourcePatientKey, Pat
             return ArchiveResult::InvalidArgument;
         if (!FieldCheck::Text(S(reason), FieldCheck::kReason))
             return ArchiveResult::InvalidArgument;
+        FieldCheck::RefuseInvisible("reason", S(reason));
         if (const int rc = PatientRow::Validate(*target))
             return rc;
         const std::string mrn = S(target->GetPatientID());
-        if (mrn.empty() || S(target->GetLastName()).empty() || !IsPatientFirstNameValid(target))
+        if (mrn.empty() || S(target->GetLastName()).empty() || !m_ctx.FirstNameValid(S(target->GetFirstName())))
             return ArchiveResult::InvalidArgument;
 
         // The pairs to merge: the two patients, then the linked records as chosen.
@@ -580,7 +597,6 @@ int SqlitePatientService::MergePatients(const ACE_CString& sourcePatientKey, Pat
                 if (!away.count(r.key) && !m_ctx.HasRight(Right::Link, r.orgKey))
                     return ArchiveResult::NotPermitted;
         }
-        auto& db = m_ctx.Db();
         {
             auto& dup = db.Prepare("SELECT 1 FROM patients WHERE org_key = ? AND mrn = ? AND patient_key NOT IN (?, ?)");
             dup.bind(1, survivor.orgKey);
@@ -594,7 +610,6 @@ int SqlitePatientService::MergePatients(const ACE_CString& sourcePatientKey, Pat
         }
 
         auto& log = m_ctx.Log();
-        WriteTransaction tx(db);
         CandidateStore candidates(db);
         std::vector<Row> touched = {source, survivor};
         for (const auto& [from, to] : pairs) {
@@ -768,6 +783,8 @@ void SqlitePatientService::GetLinkAndMergePatients(std::vector<DuplicatePatientR
 int SqlitePatientService::IgnoreDuplicatePatients(const ACE_CString& firstPatientKey, const ACE_CString& secondPatientKey)
 {
     return GuardDb("IgnoreDuplicatePatients", [&] {
+        auto& db = m_ctx.Db();
+        WriteTransaction tx(db);
         Row a, b;
         if (const int rc = Find(S(firstPatientKey), a))
             return rc;
@@ -782,8 +799,6 @@ int SqlitePatientService::IgnoreDuplicatePatients(const ACE_CString& firstPatien
             return ArchiveResult::NotPermitted;
         const std::string& low = std::min(a.key, b.key);
         const std::string& high = std::max(a.key, b.key);
-        auto& db = m_ctx.Db();
-        WriteTransaction tx(db);
         CandidateStore candidates(db);
         const auto kept = candidates.Before({});
         auto& exists = db.Prepare("SELECT 1 FROM ignored_pairs WHERE key_a = ? AND key_b = ?");

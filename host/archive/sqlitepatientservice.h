@@ -64,6 +64,10 @@ private:
     // What the candidate rules read of a patient, as one text.
     std::string MatchingFields(const std::string& key);
     void CaptureGroup(long long journalId, const std::string& group);
+    // The site's numeric-MRN and BSN settings as the archive keeps them: an MRN
+    // with other than digits where MRNs are numeric, or a BSN set or changed
+    // where it may not be entered, is refused. `key` is empty on create.
+    int CheckIdentifierPolicy(const PatientDetailRecord& record, const std::string& key);
     // Dissolves a group left with fewer than two records.
     void TidyGroup(const std::string& group);
 

@@ -2,6 +2,7 @@
 
 #include "archivecontext.h"
 #include "archiveerror.h"
+#include "textmatch.h"
 
 #include <addressrecord.h>
 #include <bpersonname.h>
@@ -43,6 +44,12 @@ void Read(SQLite::Statement& q, ProviderRecord& p)
     a.SetCountryCode(q.getColumn(17).getText());
     p.SetAddress(a);
     p.SetWorkPhone(q.getColumn(18).getText());
+}
+
+void BindAll(SQLite::Statement& q, const TextMatch& match, int first)
+{
+    for (const auto& value : match.binds)
+        q.bind(first++, value);
 }
 
 // A literal prefix for LIKE: the user's text never acts as a wildcard here.
@@ -94,15 +101,17 @@ int SqliteProviderService::QueryProviders(ProviderCollection* collection)
         || !FieldCheck::Text(first, FieldCheck::kName))
         return ArchiveResult::InvalidArgument;
     return GuardDb("QueryProviders", [&] {
+        // The last name is read as a range of the name index; the first name filters it.
+        const TextMatch byLast = MatchText("last_name", Prefix(last), 4);
+        const TextMatch byFirst = MatchText("first_name", Prefix(first), 6);
         SQLite::Statement q(m_ctx.Db().Handle(),
-                            std::string(kColumns) +
-                                "WHERE (?1 = '' OR org_key = '' OR org_key = ?1) "
-                                "AND last_name LIKE ?2 ESCAPE '\\' AND first_name LIKE ?3 ESCAPE '\\' "
-                                "ORDER BY last_name COLLATE NOCASE, first_name COLLATE NOCASE, provider_id LIMIT ?4");
+                            std::string(kColumns) + "WHERE (?1 = '' OR org_key = '' OR org_key = ?1) AND " + byLast.sql
+                                + " AND " + byFirst.sql
+                                + " ORDER BY last_name COLLATE NOCASE, first_name COLLATE NOCASE, provider_id LIMIT ?2");
         q.bind(1, org);
-        q.bind(2, Prefix(last));
-        q.bind(3, Prefix(first));
-        q.bind(4, kMaxMatches + 1);
+        q.bind(2, kMaxMatches + 1);
+        BindAll(q, byLast, 4);
+        BindAll(q, byFirst, 6);
         std::vector<std::unique_ptr<ProviderRecord>> found;
         while (q.executeStep()) {
             auto p = std::make_unique<ProviderRecord>();

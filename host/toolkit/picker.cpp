@@ -58,10 +58,6 @@ Picker::Picker(QWidget* parent) : QWidget(parent), m_edit(new QLineEdit(this)), 
         m_typed = true;
         updateRequiredMark();
     });
-    connect(m_edit, &QLineEdit::returnPressed, this, [this] {
-        m_typed = false;
-        requestResolve();
-    });
     connect(m_edit, &QLineEdit::editingFinished, this, [this] {
         // Leaving a field the user changed commits it; Enter already did.
         if (m_typed) {
@@ -100,6 +96,13 @@ bool Picker::eventFilter(QObject* watched, QEvent* event)
         const auto* key = static_cast<QKeyEvent*>(event);
         if (key->key() == Qt::Key_F4 || (key->key() == Qt::Key_Down && (key->modifiers() & Qt::AltModifier))) {
             requestPick();
+            return true;
+        }
+        // Enter commits the typed text and goes no further: the dialog's
+        // default button must not act on text that has not been resolved yet.
+        if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
+            m_typed = false;
+            requestResolve();
             return true;
         }
     }

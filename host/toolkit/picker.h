@@ -7,7 +7,8 @@
 //   PKN_PICK     the button was pressed (or F4 / Alt+Down in the field):
 //                open the chooser;
 //   PKN_RESOLVE  the typed text was committed (Enter, or leaving a changed
-//                field): resolve it.
+//                field): resolve it. Enter stops there: it does not reach
+//                the dialog's default button.
 //
 // Dialog templates place pickers as Custom controls of class
 // Picker::ClassName, which exists once a module has registered it

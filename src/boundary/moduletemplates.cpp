@@ -4,4 +4,5 @@ void AddModuleTemplates(ModuleState& state)
 {
     AddReasonTemplates(state);
     AddPatientTemplates(state);
+    AddExamTemplates(state);
 }

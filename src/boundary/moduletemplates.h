@@ -10,3 +10,4 @@ void AddModuleTemplates(ModuleState& state);
 // One registration function per area, defined in that area.
 void AddReasonTemplates(ModuleState& state);
 void AddPatientTemplates(ModuleState& state);
+void AddExamTemplates(ModuleState& state);

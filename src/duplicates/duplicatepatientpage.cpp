@@ -17,6 +17,7 @@
 #include "patientdetailrecord.h"
 #include "patientmanagementservice.h"
 #include "serviceregistry.h"
+#include "serviceresult.h"
 #include "session.h"
 #include "stringtable.h"
 #include "toolkitnotify.h"
@@ -262,10 +263,14 @@ void CDuplicatePatientPage::OnMergeMenuClick()
     if (!patients)
         return;
     try {
-        if (patients->MergePatients(sourceKey, &target, first.GetOrganizationKey(), linked) == 0)
+        const int result = patients->MergePatients(sourceKey, &target, first.GetOrganizationKey(), linked);
+        if (result == 0)
             DisplayItems();
+        else
+            ReportActionFailure(IDS_DUP_ERR_MERGE, result);
     } catch (const std::exception& e) {
         logServiceFault("CDuplicatePatientPage::OnMergeMenuClick", __LINE__, e.what());
+        ReportActionFailure(IDS_DUP_ERR_MERGE, CString(e.what()));
     }
 }
 
@@ -284,10 +289,14 @@ void CDuplicatePatientPage::OnLinkMenuClick()
     if (!patients)
         return;
     try {
-        if (patients->LinkPatients(targetKey, targetOrganizationKey, linkKey, linkOrganizationKey, nullptr) == 0)
+        const int result = patients->LinkPatients(targetKey, targetOrganizationKey, linkKey, linkOrganizationKey, nullptr);
+        if (result == 0)
             DisplayItems();
+        else
+            ReportActionFailure(IDS_DUP_ERR_LINK, result);
     } catch (const std::exception& e) {
         logServiceFault("CDuplicatePatientPage::OnLinkMenuClick", __LINE__, e.what());
+        ReportActionFailure(IDS_DUP_ERR_LINK, CString(e.what()));
     }
 }
 
@@ -303,11 +312,27 @@ void CDuplicatePatientPage::OnIgnoreMenuClick()
     const ACE_CString firstKey = record->GetFirstPatient().GetPatientKey();
     const ACE_CString secondKey = record->GetSecondPatient().GetPatientKey();
     try {
-        if (patients->IgnoreDuplicatePatients(firstKey, secondKey) == 0)
+        const int result = patients->IgnoreDuplicatePatients(firstKey, secondKey);
+        if (result == 0)
             DisplayItems();
+        else
+            ReportActionFailure(IDS_DUP_ERR_IGNORE, result);
     } catch (const std::exception& e) {
         logServiceFault("CDuplicatePatientPage::OnIgnoreMenuClick", __LINE__, e.what());
+        ReportActionFailure(IDS_DUP_ERR_IGNORE, CString(e.what()));
     }
+}
+
+void CDuplicatePatientPage::ReportActionFailure(UINT formatId, const CString& reason)
+{
+    CString text;
+    text.Format(LoadString(formatId).GetString(), reason.GetString());
+    emit actionFailed(QString::fromUtf8(text.GetString()));
+}
+
+void CDuplicatePatientPage::ReportActionFailure(UINT formatId, int result)
+{
+    ReportActionFailure(formatId, CString(ServiceResult::Describe(result).c_str()));
 }
 
 int CDuplicatePatientPage::DisplayMergeDialog(const ACE_CString& firstPatientKey, const ACE_CString& secondPatientKey,

@@ -50,6 +50,12 @@ public:
 
     void OnShowWindow(BOOL show, UINT status) override;
 
+signals:
+    // A merge, link or ignore started here failed: the module's error text
+    // with the reason in place. The page shows no message box for it; the
+    // host decides where the user reads it.
+    void actionFailed(const QString& message);
+
 protected:
     int OnCreate();
     void OnSize(UINT type, int cx, int cy) override;
@@ -66,6 +72,9 @@ protected:
     void OnMergeMenuClick();
     void OnLinkMenuClick();
     void OnIgnoreMenuClick();
+    // Tells the host what failed: the text `formatId` with the reason in place.
+    void ReportActionFailure(UINT formatId, const CString& reason);
+    void ReportActionFailure(UINT formatId, int result);
 
     // The merge and link dialogs, through their creators. Each returns the
     // dialog's end code (1: the user confirmed) and what the dialog chose;

@@ -5,6 +5,7 @@
 #include "boundary/dialogfooter.h"
 #include "boundary/dialogheader.h"
 #include "boundary/resource.h"
+#include "mergelink/comparisonlistctrl.h"
 #include "mergelink/mergepatientsdlgimpl.h"
 
 #include "auditandlogparams.h"
@@ -83,6 +84,9 @@ BOOL MergePatientsDlg::OnInitDialog()
         m_pFooter->RecalcLayout(CRect(0, 0, m_pFooter->width(), m_pFooter->height()));
         // Nothing is merged before every choice is made.
         m_pFooter->GetOKButton().EnableWindow(FALSE);
+        // Enter always means the merge button (which asks first), even with
+        // Cancel focused: it never throws the user's choices away.
+        m_pFooter->GetCancelButton().setAutoDefault(false);
     }
 
     if (m_pImpl) {
@@ -93,6 +97,9 @@ BOOL MergePatientsDlg::OnInitDialog()
     if (m_pFooter)
         m_pFooter->RecalcLayout(CRect(0, 0, m_pFooter->width(), m_pFooter->height()));
 
+    // The user starts in the comparison, where the choices are made.
+    if (m_pImpl && m_pImpl->GetFieldList())
+        m_pImpl->GetFieldList()->setFocus();
     AuditPatients();
     return FALSE;
 }

@@ -5,8 +5,13 @@
 #include "mainwindow.h"
 #include "patientbrowser.h"
 
+#include "duplicates/duplicatepatientpage.h"
+
 #include "scripteduser.h"
 #include "uiinput.h"
+
+#include "boundary/registercontrols.h"
+#include "picker.h"
 
 #include "cdialog.h"
 #include "examdataset.h"
@@ -153,7 +158,8 @@ TEST_F(WorkstationWindow, NoMatchDisablesThePatientCommands)
 
 TEST_F(WorkstationWindow, EveryCommandHasAShortcutAndAMenu)
 {
-    for (const char* id : {"deletePatient", "deleteExam", "cancelExam", "detachStudy", "refresh", "findPatient"}) {
+    for (const char* id :
+         {"newExam", "deletePatient", "deleteExam", "cancelExam", "detachStudy", "refresh", "findPatient"}) {
         SCOPED_TRACE(id);
         QAction* a = m_window->Action(QString::fromLatin1(id));
         ASSERT_NE(nullptr, a);
@@ -302,4 +308,96 @@ TEST_F(WorkstationWindow, HoldsTheDuplicatePatientPage)
     EXPECT_TRUE(m_window->Action(QStringLiteral("deletePatient"))->isEnabled());
 }
 
+TEST_F(WorkstationWindow, TheStatusBarSaysWhatFailedOnTheDuplicatePage)
+{
+    auto* page = qobject_cast<CDuplicatePatientPage*>(m_window->DuplicatePage());
+    ASSERT_NE(nullptr, page);
+    const QString failure = QStringLiteral("Error merging patients.  Reason: The patient record has been merged into "
+                                           "another patient.");
+    emit page->actionFailed(failure);
+    EXPECT_EQ(failure, m_window->statusBar()->currentMessage());
+}
+
+// The demo clerk may register patients and edit exams but not delete or
+// cancel exams nor detach studies; the radiologist may change nothing.
+TEST_F(WorkstationWindow, CommandsTheUserMayNotRunAreDisabledAndSayWhy)
+{
+    m_window.reset();
+    ASSERT_TRUE(m_archive->InstallIntoSession("clerk"));
+    m_window = std::make_unique<MainWindow>(m_path, QStringLiteral("clerk"));
+    m_window->Browser()->Search();
+    SelectPatientWithStudy();
+    const QString org = QString::fromUtf8(B().SelectedPatient()->GetOrganizationID().c_str());
+    EXPECT_TRUE(m_window->Action(QStringLiteral("deletePatient"))->isEnabled());
+    for (const char* id : {"deleteExam", "cancelExam"}) {
+        QAction* a = m_window->Action(QString::fromLatin1(id));
+        EXPECT_FALSE(a->isEnabled()) << id;
+        EXPECT_TRUE(a->toolTip().endsWith(QStringLiteral(": You may not delete or cancel exams in organization %1.").arg(org)))
+            << a->toolTip().toStdString();
+    }
+    QAction* detach = m_window->Action(QStringLiteral("detachStudy"));
+    EXPECT_FALSE(detach->isEnabled());
+    EXPECT_EQ(detach->toolTip(), QStringLiteral("Detach Study (Ctrl+T): You may not detach studies in organization %1.").arg(org));
+    // A shortcut that fires anyway is refused by the archive too: nothing changes.
+    const std::string exam = B().SelectedExam()->GetKey().c_str();
+    ScriptedUser user;
+    m_window->Action(QStringLiteral("cancelExam"))->activate(QAction::Trigger);
+    EXPECT_EQ(0, Count("SELECT COUNT(*) FROM exams WHERE cancelled = 1 AND exam_key = ?", exam));
+
+    m_window.reset();
+    ASSERT_TRUE(m_archive->InstallIntoSession("radiologist"));
+    m_window = std::make_unique<MainWindow>(m_path, QStringLiteral("radiologist"));
+    m_window->Browser()->Search();
+    SelectPatientWithStudy();
+    for (const char* id : {"deletePatient", "deleteExam", "cancelExam", "detachStudy"})
+        EXPECT_FALSE(m_window->Action(QString::fromLatin1(id))->isEnabled()) << id;
+    EXPECT_TRUE(m_window->Action(QStringLiteral("deletePatient"))
+                    ->toolTip()
+                    .endsWith(QStringLiteral("You may not create, edit or delete patients in organization %1.").arg(org)));
+}
+
 } // namespace
+
+TEST_F(WorkstationWindow, NewExamCreatesAnExamForTheSelectedPatientAndSelectsIt)
+{
+    TavCreator::RegisterControls::RegisterPicker();
+    const std::string patient = B().SelectedPatient()->GetPatientKey().c_str();
+    EXPECT_EQ(m_window->Action(QStringLiteral("newExam"))->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_E));
+    ScriptedUser user;
+    CString caption;
+    user.OnNextDialog([&](CDialog& dlg) {
+        caption = dlg.GetWindowText();
+        ReplaceText(dlg.findChild<QWidget*>(QStringLiteral("IDC_EXAM_ACCESSION")), QStringLiteral("WS-NEW-1"));
+        auto* code = dlg.findChild<Picker*>(QStringLiteral("IDC_EXAM_CODE"));
+        ASSERT_NE(code, nullptr);
+        ReplaceText(code->Edit(), QStringLiteral("CTHEAD"));
+        QTest::keyClick(code->Edit(), Qt::Key_Return);
+        dlg.OnOK();
+    });
+    m_window->Action(QStringLiteral("newExam"))->trigger();
+    TavCreator::RegisterControls::UnRegisterPicker();
+    EXPECT_STREQ(caption, "Create Exam");
+    EXPECT_EQ(1, Count("SELECT COUNT(*) FROM exams WHERE accession = 'WS-NEW-1' AND patient_key = ?", patient));
+    ASSERT_NE(B().SelectedExam(), nullptr);
+    EXPECT_STREQ(B().SelectedExam()->GetAccessionNumber().c_str(), "WS-NEW-1");
+    EXPECT_EQ(m_window->statusBar()->currentMessage(), QStringLiteral("Created exam WS-NEW-1"));
+}
+
+TEST_F(WorkstationWindow, EnterOnAnExamOpensItForEditing)
+{
+    SelectPatientWithStudy();
+    const std::string exam = B().SelectedExam()->GetKey().c_str();
+    ScriptedUser user;
+    CString caption;
+    user.OnNextDialog([&](CDialog& dlg) {
+        caption = dlg.GetWindowText();
+        dlg.OnCancel();
+    });
+    QTreeWidget* list = B().ExamList();
+    ASSERT_TRUE(m_window->Action(QStringLiteral("editExam"))->isEnabled());
+    TavCreator::RegisterControls::RegisterPicker();
+    emit list->itemActivated(list->currentItem(), 0);
+    TavCreator::RegisterControls::UnRegisterPicker();
+    EXPECT_STREQ(caption, "Edit Exam");
+    EXPECT_EQ(1, Count("SELECT COUNT(*) FROM audit WHERE event_code = 50 AND record_key = ?", exam));
+}

@@ -158,6 +158,84 @@ TEST(ArchiveDbTest, AFileThatIsNotAnArchiveGivesAReadableServerException)
     std::filesystem::remove_all(dir);
 }
 
+// A file the archive refuses is left exactly as it was: no journal-mode
+// switch, no migration, nothing written before the refusal.
+class RefusedFileTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        m_dir = std::filesystem::temp_directory_path() /
+                ("bravik-refused-" + std::to_string(getpid()) + "-" +
+                 ::testing::UnitTest::GetInstance()->current_test_info()->name());
+        std::filesystem::remove_all(m_dir);
+        std::filesystem::create_directories(m_dir);
+        m_path = (m_dir / "site.db").string();
+    }
+    void TearDown() override { std::filesystem::remove_all(m_dir); }
+
+    std::string Bytes() const
+    {
+        std::ifstream in(m_path, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    }
+    // Opens in every mode; each must throw the server exception naming `expected`.
+    void ExpectEveryOpenRefused(const std::string& expected)
+    {
+        for (const auto mode : {ArchiveDb::Mode::OpenOrCreate, ArchiveDb::Mode::OpenExisting, ArchiveDb::Mode::ReadOnly}) {
+            try {
+                ArchiveDb db(m_path, mode);
+                ADD_FAILURE() << "the file was opened in mode " << static_cast<int>(mode);
+            } catch (const Framework::Server& e) {
+                EXPECT_NE(std::string(e.what()).find(expected), std::string::npos) << e.what();
+            }
+        }
+        EXPECT_THROW(Archive::Open(m_path), Framework::Server);
+    }
+
+    std::filesystem::path m_dir;
+    std::string m_path;
+};
+
+TEST_F(RefusedFileTest, ANewerArchiveInRollbackModeKeepsEveryByte)
+{
+    {
+        SQLite::Database raw(m_path, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+        raw.exec("CREATE TABLE patients(patient_key TEXT)");
+        raw.exec("PRAGMA user_version = 99");
+    }
+    const std::string before = Bytes();
+    ExpectEveryOpenRefused("schema version 99");
+    EXPECT_EQ(Bytes(), before);
+    SQLite::Database raw(m_path, SQLite::OPEN_READONLY);
+    EXPECT_EQ(raw.execAndGet("PRAGMA journal_mode").getString(), "delete");
+}
+
+TEST_F(RefusedFileTest, AnotherProgramsDatabaseIsNotTurnedIntoAnArchive)
+{
+    {
+        SQLite::Database raw(m_path, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+        raw.exec("CREATE TABLE recipes(name TEXT); INSERT INTO recipes VALUES ('bread')");
+    }
+    const std::string before = Bytes();
+    ExpectEveryOpenRefused("a database of another program, not an archive");
+    EXPECT_EQ(Bytes(), before);
+}
+
+TEST_F(RefusedFileTest, AnEmptyFileIsRefusedAndStaysEmpty)
+{
+    std::ofstream(m_path).close();
+    ExpectEveryOpenRefused("the file is empty, not an archive");
+    EXPECT_TRUE(std::filesystem::exists(m_path));
+    EXPECT_EQ(std::filesystem::file_size(m_path), 0u);
+}
+
+TEST_F(RefusedFileTest, AMissingFileIsStillCreatedAsANewArchive)
+{
+    ArchiveDb db(m_path);
+    EXPECT_EQ(db.SchemaVersion(), ArchiveDb::CurrentSchemaVersion());
+}
+
 TEST(ArchiveDbTest, MissingFileIsRefusedWhenItMustExist)
 {
     EXPECT_THROW(ArchiveDb("/nonexistent-dir/none.db", ArchiveDb::Mode::OpenExisting), Framework::Server);

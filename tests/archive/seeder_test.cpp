@@ -43,6 +43,20 @@ TEST_F(SeederTest, TheSiteHasOrganizationsUsersRightsAndEveryDictionary)
               Count(db, "SELECT count(*) FROM organizations"));
     EXPECT_GT(Count(db, "SELECT count(*) FROM user_rights WHERE user_name = 'clerk' AND can_merge = 0"), 0);
     EXPECT_GT(Count(db, "SELECT count(*) FROM user_rights WHERE user_name = 'clerk' AND can_merge = 1"), 0);
+    // Exam rights by role: the admin everything, the clerk creates and edits
+    // exams only, the radiologist nothing.
+    EXPECT_EQ(Count(db, "SELECT count(*) FROM exam_rights WHERE user_name = 'admin' AND can_edit_exams "
+                        "AND can_delete_exams AND can_detach_studies"),
+              Count(db, "SELECT count(*) FROM organizations"));
+    EXPECT_EQ(Count(db, "SELECT count(*) FROM exam_rights WHERE user_name = 'clerk' AND can_edit_exams "
+                        "AND NOT can_delete_exams AND NOT can_detach_studies"),
+              Count(db, "SELECT count(*) FROM organizations"));
+    EXPECT_EQ(Count(db, "SELECT count(*) FROM exam_rights WHERE user_name = 'radiologist' AND "
+                        "(can_edit_exams OR can_delete_exams OR can_detach_studies)"),
+              0);
+    EXPECT_EQ(Count(db, "SELECT count(*) FROM user_rights WHERE user_name = 'radiologist' AND "
+                        "(can_create OR can_link OR can_merge)"),
+              0);
     for (int topic : {DictionaryTopic::Country, DictionaryTopic::State, DictionaryTopic::Sex, DictionaryTopic::Gender,
                       DictionaryTopic::ExamStatus, DictionaryTopic::Priority, DictionaryTopic::LinkMergeReason,
                       DictionaryTopic::DeleteExamReason, DictionaryTopic::CancelExamReason,

@@ -21,7 +21,9 @@
 #include "windowmessage.h"
 
 #include <QFontMetrics>
+#include <QApplication>
 #include <QHeaderView>
+#include <QTest>
 
 namespace {
 
@@ -476,6 +478,57 @@ TEST_F(MergePanelTest, LinkedRowExpandedInTheDialog)
     }, *user, "merge_dialog_defaults_linked");
     EXPECT_EQ(2 + LinkedMergeListCtrl::DETAIL_ROWS, rows);
     EXPECT_EQ((std::vector<bool>{false, true}), enabled);
+}
+
+} // namespace
+
+namespace {
+
+// Enter after the choices are made must never throw them away: the focus
+// starts in the comparison, and Enter there asks to merge (or does nothing
+// while choices are open), never cancels.
+TEST_F(MergePanelTest, KeyboardFocusStartsInTheComparison)
+{
+    TwoPatients();
+    QWidget* focused = nullptr;
+    ListCtrlEx* fields = nullptr;
+    RunMergeDialog(lists, [&](MergeForm& f) {
+        focused = QApplication::focusWidget();
+        fields = &f.FieldList();
+        f.ClickCancel();
+    }, *user, "merge_dialog_initial_focus");
+    EXPECT_EQ(focused, fields) << (focused ? focused->metaObject()->className() : "no focus");
+}
+
+TEST_F(MergePanelTest, EnterWithEveryChoiceMadeAsksToMergeAndKeepsTheChoices)
+{
+    TwoPatients();
+    user->ExpectMessage(kConfirm, IDNO);
+    bool stillOpen = false, choiceKept = false;
+    const auto outcome = RunMergeDialog(lists, [&](MergeForm& f) {
+        f.SelectAll(2);
+        f.FieldList().setFocus();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        stillOpen = !f.Dialog().HasEnded();
+        choiceKept = MergeForm::Checked(f.FieldList(), Row::ROW_MRN, 2);
+        f.ClickCancel();
+    }, *user);
+    EXPECT_TRUE(stillOpen);
+    EXPECT_TRUE(choiceKept);
+    EXPECT_EQ(1u, user->Messages().size());
+}
+
+TEST_F(MergePanelTest, EnterBeforeTheChoicesAreMadeDoesNothing)
+{
+    TwoPatients();
+    bool stillOpen = false;
+    RunMergeDialog(lists, [&](MergeForm& f) {
+        QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : &f.Dialog(), Qt::Key_Return);
+        stillOpen = !f.Dialog().HasEnded();
+        f.ClickCancel();
+    }, *user);
+    EXPECT_TRUE(stillOpen);
+    EXPECT_TRUE(user->Messages().empty());
 }
 
 } // namespace

@@ -15,8 +15,11 @@
 #include "uiinput.h"
 
 #include "duplicatepatientrecord.h"
+#include "linkedpatientinfo.h"
+#include "sqlitepatientservice.h"
 #include "listctrlex.h"
 
+#include <QSignalSpy>
 #include <QTest>
 #include <QWidget>
 
@@ -235,6 +238,62 @@ TEST_F(PageMergeLinkTest, FailingLinkLeavesTheListAsItWas)
     EXPECT_EQ(1, faulty.faults.Count("LinkPatients"));
     EXPECT_GE(Row(c1, c2), 0);
     EXPECT_EQ("<none>", Text("SELECT link_group FROM patients WHERE patient_key = '" + c1 + "'"));
+}
+
+TEST_F(PageMergeLinkTest, AFailedMergeTellsTheHostWhatFailedAndWhy)
+{
+    Open();
+    QSignalSpy failures(page, &CDuplicatePatientPage::actionFailed);
+    // Another workstation merges a2 away while this user composes the merge.
+    user->ChooseNextMenu(kMerge);
+    user->ExpectMessage(kConfirm, IDYES);
+    user->OnNextDialog([&](CDialog& d) {
+        MergeForm f(d);
+        f.SelectAll(a1 == f.Panel().GetRecord1()->GetPatientKey().c_str() ? 1 : 2);
+        f.ChooseLinked(0, 1);
+        PatientDetailRecord survivor;
+        ASSERT_EQ(Arc().Patients().GetPatient(a1.c_str(), &survivor, ""), 0);
+        LinkedPatientInfo south(a2s.c_str(), a1s.c_str());
+        ASSERT_EQ(Arc().Patients().MergePatients(a2.c_str(), &survivor, "", {&south}), 0);
+        f.ClickMerge();
+    });
+    RightClick(Row(a1, a2));
+    ASSERT_EQ(1, failures.count());
+    EXPECT_EQ(QStringLiteral("Error merging patients.  Reason: The patient record has been merged into another patient."),
+              failures.at(0).at(0).toString());
+    // The page itself shows nothing beyond the dialog's own question.
+    EXPECT_EQ(1u, user->Messages().size());
+}
+
+TEST_F(PageMergeLinkTest, AThrownLinkFaultReachesTheHostWithItsReadableReason)
+{
+    Open();
+    QSignalSpy failures(page, &CDuplicatePatientPage::actionFailed);
+    FaultyServices faulty;
+    faulty.faults.ThrowOn("LinkPatients", "The archive is busy: another workstation is saving. Try again.");
+    user->ChooseNextMenu(kLink);
+    user->OnNextDialog([&](CDialog& d) { ClickButton(&dynamic_cast<LinkPatientsDlg&>(d).GetFooter()->GetOKButton()); });
+    RightClick(Row(c1, c2));
+    ASSERT_EQ(1, failures.count());
+    EXPECT_EQ(QStringLiteral("Error linking patients.  Reason: The archive is busy: another workstation is saving. Try "
+                             "again."),
+              failures.at(0).at(0).toString());
+    EXPECT_TRUE(user->Messages().empty());
+}
+
+TEST_F(PageMergeLinkTest, AFailedIgnoreTellsTheHost)
+{
+    Open();
+    QSignalSpy failures(page, &CDuplicatePatientPage::actionFailed);
+    FaultyServices faulty;
+    faulty.faults.FailOn("IgnoreDuplicatePatients", 4);
+    user->ChooseNextMenu(20012);
+    user->ExpectMessage("Are you sure you want to ignore the selected duplicate patient records?", IDYES);
+    RightClick(Row(c1, c2));
+    ASSERT_EQ(1, failures.count());
+    EXPECT_EQ(QStringLiteral("Error ignoring duplicate patients.  Reason: You do not have the right to do this."),
+              failures.at(0).at(0).toString());
+    EXPECT_GE(Row(c1, c2), 0);
 }
 
 TEST_F(PageMergeLinkTest, RefusedRightStopsTheMergeBeforeTheDialog)

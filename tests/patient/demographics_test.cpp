@@ -76,6 +76,8 @@ TEST_F(DemographicsTest, WhenTheSiteAllowsAnEmptyFirstNameItIsNotMarkedAndNotAsk
     SitePolicySettings site = SitePolicy::Get();
     site.emptyFirstNameAllowed = true;
     SitePolicy::Set(site);
+    // The archive holds the site's policy as well and enforces it itself.
+    Build().Setting("policy", "EmptyFirstNameAllowed", "1");
     TavCreator::PatientDlgCreator creator;
     user->OnNextDialog([](CDialog& dlg) {
         PatientForm f(dlg);

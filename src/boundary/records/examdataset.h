@@ -90,6 +90,11 @@ public:
     bool IsMarkedRead() const { return m_markedRead; }
     void SetMarkedRead(bool v) { m_markedRead = v; }
 
+    // The version the exam was read at; the service refuses a save whose
+    // version is no longer the stored one (another workstation saved since).
+    long long GetVersion() const { return m_version; }
+    void SetVersion(long long v) { m_version = v; }
+
 private:
     ACE_CString m_key;
     ACE_CString m_patientKey;
@@ -115,4 +120,5 @@ private:
     ACE_CString m_comments;
     ACE_CString m_linkedFlag;
     bool m_markedRead = false;
+    long long m_version = 0;
 };

@@ -16,7 +16,12 @@ public:
     {
         eLINK_PATIENT,
         eMERGE_PATIENT,
-        eCREATE_PATIENT
+        eCREATE_PATIENT,
+        // The host's exam commands: create and edit exams, delete or cancel
+        // exams, detach studies.
+        eEDIT_EXAM,
+        eDELETE_EXAM,
+        eDETACH_STUDY
     };
     using Provider = std::function<bool(eRIGHT right, const ACE_CString& organizationID)>;
 
@@ -26,6 +31,9 @@ public:
     bool HasMergePatientRight(const char* organizationID) const;
     bool HasCreatePatientRight(const ACE_CString& organizationID) const;
     bool HasCreatePatientRight(const char* organizationID) const;
+
+    // Any right by its code (the host asks for the exam rights this way).
+    bool Has(eRIGHT right, const ACE_CString& organizationID) const { return Ask(right, organizationID); }
 
     // Returns the provider it replaced. An empty provider grants everything.
     Provider SetProvider(Provider provider);

@@ -64,6 +64,20 @@ void ArchiveBuilder::Grant(const std::string& user, const std::string& orgKey, b
     st.bind(4, link ? 1 : 0);
     st.bind(5, merge ? 1 : 0);
     st.exec();
+    // Exam work follows the patient create right, as for users of older archives.
+    GrantExam(user, orgKey, create, create, create);
+}
+
+void ArchiveBuilder::GrantExam(const std::string& user, const std::string& orgKey, bool edit, bool remove, bool detach)
+{
+    SQLite::Statement st(m_db.Handle(), "INSERT OR REPLACE INTO exam_rights(user_name, org_key, can_edit_exams, "
+                                        "can_delete_exams, can_detach_studies) VALUES (?1, ?2, ?3, ?4, ?5)");
+    st.bind(1, user);
+    st.bind(2, orgKey);
+    st.bind(3, edit ? 1 : 0);
+    st.bind(4, remove ? 1 : 0);
+    st.bind(5, detach ? 1 : 0);
+    st.exec();
 }
 
 void ArchiveBuilder::Setting(const std::string& scope, const std::string& name, const std::string& value)

@@ -49,7 +49,10 @@ public:
     std::string Org(const OrgFields& fields);
     std::string Org(const std::string& id) { return Org(OrgFields{id, id + " Hospital"}); }
     void User(const std::string& name, bool isDefault = false);
+    // Patient rights; the exam rights follow `create`.
     void Grant(const std::string& user, const std::string& orgKey, bool create, bool link, bool merge);
+    // Exam rights alone, the patient rights left as they are.
+    void GrantExam(const std::string& user, const std::string& orgKey, bool edit, bool remove, bool detach);
     void Setting(const std::string& scope, const std::string& name, const std::string& value);
     void Preference(const std::string& user, const std::string& name, const std::string& value);
     void Dictionary(int topic, const std::string& code, const std::string& description,
