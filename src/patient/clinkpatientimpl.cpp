@@ -233,11 +233,6 @@ bool CLinkPatientImpl::eventFilter(QObject* watched, QEvent* event)
     return CDialog::eventFilter(watched, event);
 }
 
-ACE_CString CLinkPatientImpl::GetShownMRN(const PatientDetailRecord* record) const
-{
-    return record ? record->GetPatientID() : ACE_CString();
-}
-
 BOOL CLinkPatientImpl::ValidateData()
 {
     EndEditMRN();

@@ -52,8 +52,6 @@ public:
     bool HasIdentityChanged() const { return m_bIdentityChanged; }
     // Every record GetLinkedPatients returned (shown or not), the panel's own.
     const std::vector<PatientDetailRecord*>& GetLinkedRecords() const { return m_linked; }
-    // The MRN the list shows for a record (its patient ID once edited).
-    ACE_CString GetShownMRN(const PatientDetailRecord* record) const;
 
     ListCtrlEx* GetList() const { return m_pList; }
     CEdit* GetMRNEditor() const { return m_pEditor; }

@@ -170,6 +170,8 @@ TEST_F(CreateLinkedTest, CreatesTheCopiesAndLinksThemToThePatient)
     }
     EXPECT_EQ((std::set<std::string>{"NORTH:P-1", "SOUTH:S-77", "FED:F-77"}), seen);
     EXPECT_GT(creator.GetpPatientData()->GetLinkID().length(), 0u) << "the link identifier comes back";
+    EXPECT_EQ(std::string(creator.GetpPatientData()->GetLinkID().c_str()),
+              Text("SELECT link_group FROM patients WHERE patient_key = '" + key + "'"));
     EXPECT_TRUE(user->Messages().empty());
 }
 

@@ -237,6 +237,23 @@ TEST_F(LinksTest, ALinkedRecordThatFailsToSaveFailsTheSave)
     EXPECT_TRUE(user->Messages().empty());
 }
 
+TEST_F(LinksTest, ARemovalThenCancelUnlinksNothingButTheCreatorStillSaysSo)
+{
+    Group({north, south});
+    user->ExpectMessage(IDYES);
+    TavCreator::PatientDlgCreator creator;
+    EXPECT_EQ(IDCANCEL, Run(
+                            north,
+                            [&](PatientForm& f) {
+                                f.Driver().Click(IDC_LINKS_REMOVE);
+                                f.ClickCancel();
+                            },
+                            &creator));
+    EXPECT_TRUE(creator.GetHasRemovedLink());
+    EXPECT_NE("<none>", GroupOf(north));
+    EXPECT_EQ(GroupOf(north), GroupOf(south));
+}
+
 TEST_F(LinksTest, TheCreatorSaysNothingWasRemovedBeforeAnyDialog)
 {
     TavCreator::PatientDlgCreator creator;

@@ -211,6 +211,39 @@ TEST_F(PatientDlgTest, ANonZeroCreateIsSilentAndTheDialogStaysOpen)
     EXPECT_EQ(2, faulty.faults.Count("CreatePatient"));
 }
 
+TEST_F(PatientDlgTest, ANonZeroModifyIsSilentAndTheDialogStaysOpen)
+{
+    const std::string key = Patient(m_north, "N-4", "Berg", "Ola");
+    FaultyServices faulty;
+    faulty.faults.FailOn("ModifyPatient", 5, 1);
+    user->OnNextDialog([&](CDialog& dlg) {
+        PatientForm f(dlg);
+        f.Type(IDC_PAT_LAST, "Bergman");
+        f.ClickOK();
+        EXPECT_FALSE(dlg.HasEnded());
+        EXPECT_EQ(CString("Bergman"), f.Text(IDC_PAT_LAST));
+        f.ClickOK(); // the fault was for the first call only
+        EXPECT_TRUE(dlg.HasEnded());
+    });
+    TavCreator::PatientDlgCreator creator;
+    EXPECT_EQ(IDOK, creator.DisplayPatientDlg(key.c_str(), nullptr));
+    EXPECT_TRUE(user->Messages().empty());
+    EXPECT_STREQ("Bergman", Read(key).GetLastName().c_str());
+}
+
+TEST_F(PatientDlgTest, TheHeaderFollowsTheSexAndTheBirthDate)
+{
+    user->OnNextDialog([&](CDialog& dlg) {
+        PatientForm f(dlg);
+        f.Type(IDC_PAT_LAST, "Moreau");
+        f.Choose(IDC_PAT_SEX, "F-Female");
+        EXPECT_EQ(CString("Moreau    Female    01/01/1800"), f.HeaderLines()[1]);
+        f.ClickCancel();
+    });
+    TavCreator::PatientDlgCreator creator;
+    creator.DisplayPatientDlg("", nullptr);
+}
+
 TEST_F(PatientDlgTest, AThrownCreateShowsItsReasonAfterTellingTheErrorManager)
 {
     FaultyServices faulty;
