@@ -4,8 +4,8 @@
 //
 //   bravik-soak-worker FILE SEED OPERATIONS
 //
-// Exit status 0 when every call ended in success, a known refusal code or
-// the readable busy exception; otherwise 1, with the offending outcome on
+// Exit status 0 when every call ended in success, a known refusal code, a
+// readable refusal or the readable busy exception; otherwise 1, with the offending outcome on
 // stderr. Prints "<operation> <result>" counts on stdout.
 
 #include <archivecontext.h>
@@ -144,11 +144,18 @@ int main(int argc, char** argv)
             }
             outcome = std::to_string(rc);
         } catch (const Framework::Server& e) {
-            if (std::string(e.what()) != ArchiveFaultText::Busy) {
-                std::cerr << name << " threw: " << e.what() << "\n";
+            // Busy, or a refusal the user can act on (a record changed, merged
+            // or deleted by another worker, a taken number): readable answers.
+            // A general failure or damage is not.
+            const std::string what = e.what();
+            const bool refusal = e.GetCode() >= ArchiveResult::InvalidArgument &&
+                                 e.GetCode() <= ArchiveResult::Unsupported && what != ArchiveFaultText::Failed &&
+                                 what != ArchiveFaultText::Damaged;
+            if (what != ArchiveFaultText::Busy && !refusal) {
+                std::cerr << name << " threw: " << what << "\n";
                 return 1;
             }
-            outcome = "busy";
+            outcome = what == ArchiveFaultText::Busy ? "busy" : "refused " + std::to_string(e.GetCode());
         } catch (const std::exception& e) {
             std::cerr << name << " let out: " << e.what() << "\n";
             return 1;
