@@ -209,11 +209,9 @@ int main(int argc, char** argv)
         return 2;
     Bench::UseOffscreenUnlessSet();
     QApplication app(argc, argv);
-    const bool scratch = path.empty();
-    if (scratch)
-        path = Bench::ScratchArchive("examdlg");
+    const Bench::ArchiveFile file(path, "examdlg");
     {
-        std::unique_ptr<Archive> archive = Archive::Open(path);
+        std::unique_ptr<Archive> archive = Archive::Open(file.Path());
         const Site site = BuildSite(*archive, patients);
         if (!archive->InstallIntoSession("admin")) {
             std::fprintf(stderr, "the archive has no user admin\n");
@@ -231,11 +229,6 @@ int main(int argc, char** argv)
         std::printf("exam_dialog_open_ms %.2f\n", open);
         std::printf("exam_code_pick_p95_ms %.2f\n", pick);
         std::printf("exam_save_p95_ms %.2f\n", save);
-    }
-    if (scratch) {
-        std::error_code ec;
-        for (const char* suffix : {"", "-wal", "-shm"})
-            std::filesystem::remove(path + suffix, ec);
     }
     return 0;
 }

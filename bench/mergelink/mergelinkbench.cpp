@@ -45,10 +45,10 @@ int main(int argc, char** argv)
     Bench::UseOffscreenUnlessSet();
     QApplication app(argc, argv);
 
-    const std::string path = Bench::ScratchArchive("mergelink");
+    const Bench::ArchiveFile file(std::string(), "mergelink");
     int exitCode = 0;
     {
-        std::unique_ptr<Archive> archive = Archive::Open(path);
+        std::unique_ptr<Archive> archive = Archive::Open(file.Path());
         ArchiveBuilder build(archive->Db());
         build.StandardDictionaries();
         build.User("admin", true);
@@ -112,8 +112,5 @@ int main(int argc, char** argv)
             std::printf("merge_dialog_organizations %d\n", organizations);
         }
     }
-    std::error_code ec;
-    for (const char* suffix : {"", "-wal", "-shm"})
-        std::filesystem::remove(path + suffix, ec);
     return exitCode;
 }

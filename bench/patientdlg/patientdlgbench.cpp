@@ -29,6 +29,7 @@
 #include <SQLiteCpp/Statement.h>
 
 #include "cdialog.h"
+#include "demoarchive.h"
 #include "dialogbench.h"
 #include "modalrunner.h"
 
@@ -156,20 +157,10 @@ int main(int argc, char** argv)
     Bench::UseOffscreenUnlessSet();
     QApplication app(argc, argv);
 
-    const bool temporary = archivePath.empty();
-    if (temporary)
-        archivePath = Bench::ScratchArchive("patientdlg");
+    const Bench::ArchiveFile file(archivePath, "patientdlg");
     int exitCode = 0;
     {
-        std::unique_ptr<Archive> archive = Archive::Open(archivePath);
-        if (archive->DefaultUser().empty() ||
-            archive->Db().Handle().execAndGet("SELECT COUNT(*) FROM patients").getInt64() == 0) {
-            SeedOptions options;
-            options.patients = patients;
-            const auto start = Clock::now();
-            DemoSeeder(archive->Db()).Seed(options);
-            std::printf("seed_ms %.1f\n", Ms(start, Clock::now()));
-        }
+        std::unique_ptr<Archive> archive = Bench::OpenDemoArchive(file.Path(), patients);
         std::string linked, single;
         AddBenchPatients(archive->Db(), linked, single);
         if (!archive->InstallIntoSession(archive->DefaultUser())) {
@@ -195,11 +186,6 @@ int main(int argc, char** argv)
             std::printf("patient_save_p95_ms %.2f\n", Percentile(singleSaves, 0.95));
             std::printf("patient_save_linked_p95_ms %.2f\n", Percentile(linkedSaves, 0.95));
         }
-    }
-    if (temporary) {
-        std::error_code ec;
-        for (const char* suffix : {"", "-wal", "-shm"})
-            std::filesystem::remove(archivePath + suffix, ec);
     }
     return exitCode;
 }

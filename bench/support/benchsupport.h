@@ -11,6 +11,8 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <system_error>
+#include <utility>
 #include <vector>
 #include <unistd.h>
 
@@ -88,5 +90,32 @@ inline std::string ScratchArchive(const char* bench)
             ("bravik-bench-" + std::string(bench) + "-" + std::to_string(getpid()) + ".db"))
         .string();
 }
+
+// The archive a bench works on: the one given, or a scratch one (named by
+// ScratchArchive) that is removed with its log files when the bench ends.
+class ArchiveFile
+{
+public:
+    ArchiveFile(std::string given, const char* bench)
+        : m_scratch(given.empty()), m_path(m_scratch ? ScratchArchive(bench) : std::move(given))
+    {
+    }
+    ~ArchiveFile()
+    {
+        if (!m_scratch)
+            return;
+        std::error_code ec;
+        for (const char* suffix : {"", "-wal", "-shm"})
+            std::filesystem::remove(m_path + suffix, ec);
+    }
+    ArchiveFile(const ArchiveFile&) = delete;
+    ArchiveFile& operator=(const ArchiveFile&) = delete;
+
+    const std::string& Path() const { return m_path; }
+
+private:
+    bool m_scratch; // declared first: it is decided before `given` is moved
+    std::string m_path;
+};
 
 } // namespace Bench

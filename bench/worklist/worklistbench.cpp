@@ -16,6 +16,7 @@
 
 #include <SQLiteCpp/Database.h>
 
+#include "demoarchive.h"
 #include "dialogbench.h"
 
 #include <QApplication>
@@ -52,19 +53,10 @@ int main(int argc, char** argv)
     Bench::UseOffscreenUnlessSet();
     QApplication app(argc, argv);
 
-    const bool temporary = archivePath.empty();
-    if (temporary)
-        archivePath = Bench::ScratchArchive("worklist");
+    const Bench::ArchiveFile file(archivePath, "worklist");
     int exitCode = 0;
     {
-        std::unique_ptr<Archive> archive = Archive::Open(archivePath);
-        if (archive->DefaultUser().empty() ||
-            archive->Db().Handle().execAndGet("SELECT COUNT(*) FROM patients").getInt64() == 0) {
-            SeedOptions options;
-            options.patients = patients;
-            const double seedMs = timeMs([&] { DemoSeeder(archive->Db()).Seed(options); });
-            std::printf("seed_ms %.1f\n", seedMs);
-        }
+        std::unique_ptr<Archive> archive = Bench::OpenDemoArchive(file.Path(), patients);
         if (!archive->InstallIntoSession(archive->DefaultUser())) {
             std::fprintf(stderr, "the archive has no default user\n");
             return 1;
@@ -90,12 +82,6 @@ int main(int argc, char** argv)
         if (list->GetItemCount() == 0)
             exitCode = 1;
         archive->Uninstall();
-    }
-    if (temporary) {
-        std::error_code ec;
-        std::filesystem::remove(archivePath, ec);
-        std::filesystem::remove(archivePath + "-wal", ec);
-        std::filesystem::remove(archivePath + "-shm", ec);
     }
     return exitCode;
 }

@@ -46,5 +46,5 @@ void ScrollEdit::SetText(const CString& text)
         SetWindowText(text);
         return;
     }
-    SetWindowText(fromQString(QString::fromUcs4(points.constData(), static_cast<qsizetype>(limit))));
+    SetWindowText(fromQString(QString::fromUcs4(reinterpret_cast<const char32_t*>(points.constData()), static_cast<qsizetype>(limit))));
 }
