@@ -163,6 +163,11 @@ int RebuildCandidates(const std::string& path, int blockCap, std::ostream& out, 
         err << "\rrebuilding candidates: step " << step << " / " << steps << " (" << what << ")" << std::flush;
     });
     err << "\n";
+    if (pairs < 0) {
+        err << "The candidate pairs of " << path << " were not rebuilt: another rebuild took the work over, or the "
+            << "patients kept changing. Try again when the archive is quieter.\n";
+        return 1;
+    }
     const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     out << "Rebuilt " << pairs << " candidate pairs in " << path << " in " << std::fixed << std::setprecision(1)
         << seconds << " s\n";

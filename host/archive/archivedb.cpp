@@ -17,6 +17,7 @@
 #include <filesystem>
 #include <mutex>
 #include <system_error>
+#include <thread>
 
 namespace {
 
@@ -48,7 +49,8 @@ ArchiveDb::ArchiveDb(const std::string& path, Mode mode, int busyTimeoutMs)
         flags = SQLite::OPEN_READONLY;
     RefuseEmptyFile(path);
     try {
-        m_db = std::make_unique<SQLite::Database>(path, flags, busyTimeoutMs);
+        m_db = std::make_unique<SQLite::Database>(path, flags);
+        SetBusyTimeout(busyTimeoutMs);
         Configure(mode);
     } catch (const SQLite::Exception& e) {
         // The caller reports this itself before anything else is shown, so
@@ -75,7 +77,24 @@ ArchiveDb::~ArchiveDb()
 
 void ArchiveDb::SetBusyTimeout(int ms)
 {
-    m_db->setBusyTimeout(ms);
+    m_busyTimeoutMs = ms;
+    sqlite3_busy_handler(m_db->getHandle(), &ArchiveDb::OnBusy, this);
+}
+
+// SQLite's own handler sleeps longer and longer, up to 100 ms a try, so a
+// workstation waiting behind a run of short transactions (a rebuild's) could
+// sleep through every gap between them. This one looks again every
+// millisecond until the timeout.
+int ArchiveDb::OnBusy(void* self, int count)
+{
+    auto* me = static_cast<ArchiveDb*>(self);
+    const auto now = std::chrono::steady_clock::now();
+    if (count == 0)
+        me->m_busySince = now;
+    if (now - me->m_busySince >= std::chrono::milliseconds(me->m_busyTimeoutMs))
+        return 0;
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    return 1;
 }
 
 void ArchiveDb::NoteDamage()

@@ -5,6 +5,7 @@
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -91,6 +92,7 @@ private:
     static void RefuseEmptyFile(const std::string& path);
     void RefuseForeignDatabase();
     void CountWrite();
+    static int OnBusy(void* self, int count);
 
     std::string m_path;
     std::unique_ptr<SQLite::Database> m_db;
@@ -98,6 +100,8 @@ private:
     int m_failAt = 0;
     int m_writeCount = 0;
     bool m_damaged = false;
+    int m_busyTimeoutMs = 0;
+    std::chrono::steady_clock::time_point m_busySince;
     std::function<void()> m_beforeWrite;
     std::vector<std::string> m_afterCommit;
 };

@@ -1,6 +1,8 @@
 #include "candidatestore.h"
 
 #include "archivedb.h"
+#include "candidatepairing.h"
+#include "candidaterebuild.h"
 
 #include <SQLiteCpp/Statement.h>
 
@@ -13,28 +15,11 @@
 #include <unordered_set>
 
 using CandidateRules::Person;
+using CandidatePairing::kPersonColumns;
+using CandidatePairing::LowestRule;
+using CandidatePairing::ReadPerson;
 
 namespace {
-
-const char* const kPersonColumns =
-    "patient_key, org_key, coalesce(link_group, ''), mrn, last_name, first_name, middle_name, sex_code, dob, global_id";
-
-Person ReadPerson(SQLite::Statement& q)
-{
-    Person p;
-    p.key = q.getColumn(0).getString();
-    p.orgKey = q.getColumn(1).getString();
-    p.group = q.getColumn(2).getString();
-    p.mrn = q.getColumn(3).getString();
-    p.last = q.getColumn(4).getString();
-    p.first = q.getColumn(5).getString();
-    p.middle = q.getColumn(6).getString();
-    p.sex = q.getColumn(7).getString();
-    p.dob = q.getColumn(8).getString();
-    p.gid = q.getColumn(9).getString();
-    p.Derive();
-    return p;
-}
 
 bool Has(const std::vector<std::string>& blocks, const std::string& block)
 {
@@ -84,91 +69,6 @@ std::vector<const Person*> Members(const std::vector<Person>& around, const std:
     return out;
 }
 
-int LowestRule(int rules)
-{
-    for (int r = 1; r <= CandidateRules::kCount; ++r)
-        if (rules & (1 << r))
-            return r;
-    return 0;
-}
-
-const std::string kInsert =
-    "INSERT INTO candidate_pairs(key_a, key_b, rules, reason, merge, org_a, org_b, a_last, a_first, a_middle, a_mrn, "
-    "a_sex, a_dob, a_gid, b_last, b_first, b_middle, b_mrn, b_sex, b_dob, b_gid) "
-    "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)";
-
-void BindPair(SQLite::Statement& st, const Person& x, const Person& y, int rules)
-{
-    const Person& a = x.key < y.key ? x : y;
-    const Person& b = x.key < y.key ? y : x;
-    st.bind(1, a.key);
-    st.bind(2, b.key);
-    st.bind(3, rules);
-    st.bind(4, LowestRule(rules));
-    st.bind(5, a.orgKey == b.orgKey ? 1 : 0);
-    st.bind(6, a.orgKey);
-    st.bind(7, b.orgKey);
-    int i = 8;
-    for (const Person* p : {&a, &b}) {
-        st.bind(i++, p->last);
-        st.bind(i++, p->first);
-        st.bind(i++, p->middle);
-        st.bind(i++, p->mrn);
-        st.bind(i++, p->sex);
-        st.bind(i++, p->dob);
-        st.bind(i++, p->gid);
-    }
-}
-
-// A second hash of another kind than std::hash (FNV-1a).
-std::uint64_t OtherHash(const std::string& text)
-{
-    std::uint64_t h = 14695981039346656037ull;
-    for (const char c : text)
-        h = (h ^ static_cast<unsigned char>(c)) * 1099511628211ull;
-    return h;
-}
-
-// Adds the pairs of one rule (and of the rules sharing its blocks) to
-// `masks`, keyed by (lower index, higher index) of `people`. Blocks are found
-// by sorting two unrelated 64-bit hashes of the block keys, so two blocks are
-// joined only when both hashes of their keys collide at once.
-void PairBlocks(int rule, const std::vector<Person>& people, int cap, std::unordered_map<std::uint64_t, int>& masks)
-{
-    std::vector<int> tests;
-    for (int other = rule; other <= CandidateRules::kCount; ++other)
-        if (CandidateRules::SameBlockAs(other) == rule)
-            tests.push_back(other);
-    std::vector<std::tuple<std::uint64_t, std::uint64_t, std::uint32_t>> hashed;
-    hashed.reserve(people.size());
-    const std::hash<std::string> hasher;
-    for (std::uint32_t i = 0; i < people.size(); ++i)
-        for (const auto& block : CandidateRules::BlockKeys(rule, people[i]))
-            hashed.emplace_back(hasher(block), OtherHash(block), i);
-    std::sort(hashed.begin(), hashed.end());
-    for (size_t from = 0; from < hashed.size();) {
-        size_t to = from + 1;
-        while (to < hashed.size() && std::get<0>(hashed[to]) == std::get<0>(hashed[from])
-               && std::get<1>(hashed[to]) == std::get<1>(hashed[from]))
-            ++to;
-        if (to - from >= 2 && static_cast<int>(to - from) <= cap) {
-            for (size_t i = from; i < to; ++i)
-                for (size_t j = i + 1; j < to; ++j) {
-                    const std::uint32_t x = std::get<2>(hashed[i]), y = std::get<2>(hashed[j]);
-                    if (x == y)
-                        continue;
-                    int mask = 0;
-                    for (const int test : tests)
-                        if (CandidateRules::PairHolds(test, people[x], people[y]))
-                            mask |= 1 << test;
-                    if (mask)
-                        masks[(static_cast<std::uint64_t>(std::min(x, y)) << 32) | std::max(x, y)] |= mask;
-                }
-        }
-        from = to;
-    }
-}
-
 } // namespace
 
 CandidateStore::CandidateStore(ArchiveDb& db)
@@ -213,6 +113,16 @@ void CandidateStore::SetBlockCap(int cap)
         tx.Commit();
         return 0;
     });
+}
+
+std::string CandidateStore::IndexOfPairs(const std::string& name)
+{
+    auto& q = m_db.Prepare("SELECT name FROM sqlite_master WHERE type = 'index' AND tbl_name = 'candidate_pairs' "
+                           "AND name IN (?1, ?1 || '_next')");
+    q.bind(1, name);
+    const std::string found = q.executeStep() ? q.getColumn(0).getString() : name;
+    q.reset();
+    return found;
 }
 
 bool CandidateStore::LoadPerson(const std::string& key, Person& p)
@@ -315,8 +225,8 @@ void CandidateStore::Upsert(const Person& x, const Person& y, int rules)
     const int had = q.executeStep() ? q.getColumn(0).getInt() : -1;
     q.reset();
     if (had < 0) {
-        auto& st = m_db.Prepare(kInsert);
-        BindPair(st, x, y, rules);
+        auto& st = m_db.Prepare(CandidatePairing::InsertSql("candidate_pairs"));
+        CandidatePairing::BindPair(st, x, y, rules);
         m_db.Write(st);
         return;
     }
@@ -468,102 +378,5 @@ void CandidateStore::After(const Snapshot& snapshot, const std::vector<std::stri
 
 long long CandidateStore::Rebuild(const Progress& progress)
 {
-    return GuardDb("rebuilding candidates", [&]() -> long long {
-        // Reading, one step per rule, writing, indexing, finishing.
-        const int steps = CandidateRules::kCount + 4;
-        int step = 0;
-        auto report = [&](const char* what) {
-            if (progress)
-                progress(step, steps, what);
-            ++step;
-        };
-        WriteTransaction tx(m_db);
-        const int cap = BlockCap();
-        report("reading patients");
-        std::vector<Person> people;
-        {
-            SQLite::Statement q(m_db.Handle(), std::string("SELECT ") + kPersonColumns + " FROM patients");
-            while (q.executeStep())
-                people.push_back(ReadPerson(q));
-        }
-        std::set<std::pair<std::string, std::string>> ignored;
-        {
-            SQLite::Statement q(m_db.Handle(), "SELECT key_a, key_b FROM ignored_pairs");
-            while (q.executeStep())
-                ignored.emplace(q.getColumn(0).getString(), q.getColumn(1).getString());
-        }
-        // Pair masks by (lower index, higher index) of `people`.
-        std::unordered_map<std::uint64_t, int> masks;
-        for (int rule = 1; rule <= CandidateRules::kCount; ++rule) {
-            report("blocking");
-            // Rules of one block are paired in the pass of the first of them.
-            if (CandidateRules::SameBlockAs(rule) == rule)
-                PairBlocks(rule, people, cap, masks);
-        }
-        report("writing pairs");
-        // A bulk load is faster into a bare table: the secondary indexes and
-        // the counting triggers are dropped here and made again below, all
-        // inside this transaction; the totals are written once at the end.
-        std::vector<std::string> rebuildAfter;
-        {
-            std::vector<std::string> names;
-            SQLite::Statement q(m_db.Handle(), "SELECT type, name, sql FROM sqlite_master WHERE tbl_name = "
-                                               "'candidate_pairs' AND type IN ('index', 'trigger') AND sql IS NOT NULL");
-            while (q.executeStep()) {
-                names.push_back(std::string("DROP ") + (q.getColumn(0).getString() == "index" ? "INDEX " : "TRIGGER ")
-                                + q.getColumn(1).getString());
-                rebuildAfter.push_back(q.getColumn(2).getString());
-            }
-            for (const auto& drop : names)
-                m_db.Exec(drop);
-        }
-        m_db.Exec("DELETE FROM candidate_pairs");
-        m_db.Exec("DELETE FROM candidate_counts");
-        // Written in key order: the primary key's b-tree grows at its end.
-        std::vector<std::pair<std::uint64_t, int>> list(masks.begin(), masks.end());
-        masks.clear();
-        auto lowKey = [&](const std::pair<std::uint64_t, int>& e) -> const std::string& {
-            const Person& x = people[e.first >> 32];
-            const Person& y = people[e.first & 0xffffffffu];
-            return x.key < y.key ? x.key : y.key;
-        };
-        std::sort(list.begin(), list.end(), [&](const auto& l, const auto& r) { return lowKey(l) < lowKey(r); });
-        long long written = 0;
-        std::map<std::tuple<int, int, std::string, std::string>, long long> counts;
-        SQLite::Statement st(m_db.Handle(), kInsert);
-        for (const auto& [id, mask] : list) {
-            const Person& x = people[id >> 32];
-            const Person& y = people[id & 0xffffffffu];
-            if (!x.group.empty() && x.group == y.group)
-                continue;
-            if (!ignored.empty() && ignored.count({std::min(x.key, y.key), std::max(x.key, y.key)}))
-                continue;
-            BindPair(st, x, y, mask);
-            m_db.Write(st);
-            st.reset();
-            ++written;
-            const Person& a = x.key < y.key ? x : y;
-            const Person& b = x.key < y.key ? y : x;
-            ++counts[{LowestRule(mask), a.orgKey == b.orgKey ? 1 : 0, a.orgKey, b.orgKey}];
-        }
-        SQLite::Statement count(m_db.Handle(),
-                                "INSERT INTO candidate_counts(reason, merge, org_a, org_b, n) VALUES (?, ?, ?, ?, ?)");
-        for (const auto& [k, n] : counts) {
-            count.bind(1, std::get<0>(k));
-            count.bind(2, std::get<1>(k));
-            count.bind(3, std::get<2>(k));
-            count.bind(4, std::get<3>(k));
-            count.bind(5, static_cast<int64_t>(n));
-            m_db.Write(count);
-            count.reset();
-        }
-        report("indexing");
-        for (const auto& ddl : rebuildAfter)
-            m_db.Exec(ddl);
-        report("finishing");
-        MarkFresh();
-        tx.Commit();
-        report("done");
-        return written;
-    });
+    return GuardDb("rebuilding candidates", [&] { return CandidateRebuild(m_db, progress).Run(); });
 }

@@ -36,9 +36,15 @@ public:
     // nothing when the store was stale before the change.
     void After(const Snapshot& snapshot, const std::vector<std::string>& moreKeys = {});
 
-    // Recomputes every pair in one transaction. Progress: (step, of steps, what).
+    // Recomputes every pair beside the kept ones and swaps them in (see
+    // CandidateRebuild): the pairs kept, or -1 when another rebuild took the
+    // work over or the patients kept changing. Progress: (step, of steps, what).
     using Progress = std::function<void(int, int, const char*)>;
     long long Rebuild(const Progress& progress = Progress());
+
+    // The name one of the pairs' indexes has now: a rebuild gives each index
+    // the other of two names, `name` and `name`_next.
+    std::string IndexOfPairs(const std::string& name);
 
     // The site's block cap (CandidateRules::kBlockCapSetting), at least 2.
     int BlockCap();

@@ -386,7 +386,8 @@ int IndexedCandidateSearch::Find(const CandidateCriteria& c, std::vector<Candida
         // planner would otherwise sort every pair of a broad half.
         const long long limit = c.rowLimit > 0 ? c.rowLimit : -1;
         std::string first = "SELECT key_a, key_b FROM candidate_pairs";
-        first += c.reasonKind > 0 ? " INDEXED BY candidate_pairs_by_reason" : " INDEXED BY candidate_pairs_in_order";
+        first += " INDEXED BY "
+                 + CandidateStore(m_db).IndexOfPairs(c.reasonKind > 0 ? "candidate_pairs_by_reason" : "candidate_pairs_in_order");
         first += whereSql + " ORDER BY a_last, a_first, key_a, key_b LIMIT " + std::to_string(limit);
         SQLite::Statement q(m_db.Handle(), "SELECT " + std::string(kPairColumns) + " FROM (" + first + ") t"
                                                " JOIN candidate_pairs p ON p.key_a = t.key_a AND p.key_b = t.key_b"

@@ -504,7 +504,41 @@ CREATE INDEX IF NOT EXISTS patients_by_first_name ON patients(first_name COLLATE
 UPDATE candidate_state SET fresh = 0;
 )SQL";
 
-const char* const kMigrations[] = {kV1, kV2, kV3, kV4, kV5, kV6, kV7, kV8, kV9};
+// The kept pairs are rebuilt beside themselves and swapped in (see
+// CandidateRebuild). While a rebuild runs, each patient or ignored pair that
+// changes is noted, so the swap can bring the new pairs up to date for it.
+// `last` counts the rebuilds ever started; `running` is the one under way, 0
+// for none.
+const char* const kV10 = R"SQL(
+CREATE TABLE IF NOT EXISTS candidate_rebuild (
+  id INTEGER PRIMARY KEY CHECK (id = 1),
+  last INTEGER NOT NULL,
+  running INTEGER NOT NULL
+);
+INSERT OR IGNORE INTO candidate_rebuild(id, last, running) VALUES (1, 0, 0);
+CREATE TABLE IF NOT EXISTS candidate_changes (patient_key TEXT NOT NULL);
+CREATE TRIGGER IF NOT EXISTS candidates_noted_on_insert AFTER INSERT ON patients
+WHEN (SELECT running FROM candidate_rebuild WHERE id = 1) <> 0
+BEGIN INSERT INTO candidate_changes(patient_key) VALUES (NEW.patient_key); END;
+CREATE TRIGGER IF NOT EXISTS candidates_noted_on_delete AFTER DELETE ON patients
+WHEN (SELECT running FROM candidate_rebuild WHERE id = 1) <> 0
+BEGIN INSERT INTO candidate_changes(patient_key) VALUES (OLD.patient_key); END;
+CREATE TRIGGER IF NOT EXISTS candidates_noted_on_update AFTER UPDATE OF patient_key, org_key, mrn, last_name,
+  first_name, middle_name, sex_code, dob, global_id, link_group ON patients
+WHEN (SELECT running FROM candidate_rebuild WHERE id = 1) <> 0
+BEGIN
+  INSERT INTO candidate_changes(patient_key) VALUES (NEW.patient_key);
+  INSERT INTO candidate_changes(patient_key) SELECT OLD.patient_key WHERE OLD.patient_key <> NEW.patient_key;
+END;
+CREATE TRIGGER IF NOT EXISTS candidates_noted_on_ignore AFTER INSERT ON ignored_pairs
+WHEN (SELECT running FROM candidate_rebuild WHERE id = 1) <> 0
+BEGIN INSERT INTO candidate_changes(patient_key) VALUES (NEW.key_a), (NEW.key_b); END;
+CREATE TRIGGER IF NOT EXISTS candidates_noted_on_unignore AFTER DELETE ON ignored_pairs
+WHEN (SELECT running FROM candidate_rebuild WHERE id = 1) <> 0
+BEGIN INSERT INTO candidate_changes(patient_key) VALUES (OLD.key_a), (OLD.key_b); END;
+)SQL";
+
+const char* const kMigrations[] = {kV1, kV2, kV3, kV4, kV5, kV6, kV7, kV8, kV9, kV10};
 
 } // namespace
 

@@ -2,6 +2,7 @@
 // upkeep inside every write, the block cap, the indexed search against the
 // straightforward query, and the rebuild command.
 #include <archivefixture.h>
+#include <otherworkstation.h>
 
 #include <candidaterules.h>
 #include <candidatestore.h>
@@ -69,21 +70,7 @@ protected:
     }
 
     // The kept pairs and the kept totals, as texts.
-    std::vector<std::string> Kept()
-    {
-        std::vector<std::string> rows;
-        SQLite::Statement q(Db().Handle(), "SELECT key_a || '|' || key_b || '|' || rules || '|' || reason || '|' || merge"
-                                           " || '|' || org_a || '|' || org_b || '|' || a_last || '|' || a_first || '|' ||"
-                                           " a_mrn || '|' || a_dob || '|' || b_last || '|' || b_first || '|' || b_mrn ||"
-                                           " '|' || b_dob FROM candidate_pairs ORDER BY 1");
-        while (q.executeStep())
-            rows.push_back(q.getColumn(0).getString());
-        SQLite::Statement c(Db().Handle(), "SELECT reason || '|' || merge || '|' || org_a || '|' || org_b || '=' || n"
-                                           " FROM candidate_counts WHERE n <> 0 ORDER BY 1");
-        while (c.executeStep())
-            rows.push_back("count " + c.getColumn(0).getString());
-        return rows;
-    }
+    std::vector<std::string> Kept() { return KeptPairs(Db()); }
 
     // What the upkeep left equals what a full rebuild computes.
     void ExpectSameAsRebuild(const std::string& after)
@@ -467,7 +454,8 @@ TEST_F(CandidateStoreTest, AnArchiveFromBeforeTheMonthRuleIsRebuiltOnOpen)
     auto reopened = Archive::Open(path);
     EXPECT_TRUE(CandidateStore(reopened->Db()).Fresh());
     EXPECT_EQ(Count("SELECT count(*) FROM sqlite_master WHERE name = 'candidate_pairs_by_half'"), 0);
-    EXPECT_EQ(Count("SELECT count(*) FROM pragma_index_info('candidate_pairs_by_a_dob')"), 4);
+    const std::string byDob = CandidateStore(reopened->Db()).IndexOfPairs("candidate_pairs_by_a_dob");
+    EXPECT_EQ(Count("SELECT count(*) FROM pragma_index_info('" + byDob + "')"), 4);
     EXPECT_EQ(Count("SELECT count(*) FROM candidate_pairs WHERE reason = 7"), 1);
     EXPECT_EQ(Text("SELECT key_a || '/' || key_b FROM candidate_pairs"), std::min(a, b) + "/" + std::max(a, b));
 }

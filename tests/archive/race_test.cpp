@@ -9,6 +9,7 @@
 #include <archivecontext.h>
 #include <archiveerror.h>
 #include <logcapture.h>
+#include <otherworkstation.h>
 #include <sqliteexamservice.h>
 #include <sqlitepatientservice.h>
 
@@ -31,20 +32,6 @@ bool Logged(const LogCapture& log, const std::string& words)
             return true;
     return false;
 }
-
-// Another workstation: its own connection, services and user.
-struct OtherWorkstation
-{
-    explicit OtherWorkstation(const std::string& path)
-        : db(path), context(db), patients(context), exams(context)
-    {
-        context.SetUser("admin");
-    }
-    ArchiveDb db;
-    ArchiveContext context;
-    SqlitePatientService patients;
-    SqliteExamService exams;
-};
 
 class RaceTest : public ArchiveFixture
 {

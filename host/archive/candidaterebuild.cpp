@@ -1,0 +1,356 @@
+#include "candidaterebuild.h"
+
+#include "archivedb.h"
+
+#include <SQLiteCpp/Statement.h>
+
+#include <ace/Log_Msg.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <exception>
+#include <set>
+#include <thread>
+#include <unordered_set>
+
+using CandidateRules::Person;
+
+namespace {
+
+const char* const kSide = "candidate_pairs_next";
+
+// Another rebuild claimed the work since this one started.
+struct Superseded
+{
+};
+
+// A read transaction: the rows read inside it are one snapshot of the
+// archive, and it keeps no workstation from writing.
+class ReadSnapshot
+{
+public:
+    explicit ReadSnapshot(ArchiveDb& db)
+        : m_db(db)
+    {
+        m_db.Handle().exec("BEGIN");
+    }
+    ~ReadSnapshot()
+    {
+        if (!m_open)
+            return;
+        try {
+            m_db.Handle().exec("ROLLBACK");
+        } catch (...) {
+            // Nothing was written: there is nothing to lose.
+        }
+    }
+    void End()
+    {
+        m_db.Handle().exec("COMMIT");
+        m_open = false;
+    }
+
+private:
+    ArchiveDb& m_db;
+    bool m_open = true;
+};
+
+std::vector<std::string> Column(ArchiveDb& db, const std::string& sql)
+{
+    std::vector<std::string> out;
+    SQLite::Statement q(db.Handle(), sql);
+    while (q.executeStep())
+        out.push_back(q.getColumn(0).getString());
+    return out;
+}
+
+// "CREATE ... name ON table(columns)" and "CREATE TABLE name (columns)": the
+// part from the first parenthesis on.
+std::string FromParenthesis(const std::string& sql)
+{
+    const auto at = sql.find('(');
+    return at == std::string::npos ? std::string() : sql.substr(at);
+}
+
+// The side table's indexes take the other of two names, so they never meet
+// the kept table's; the search asks which is current (CandidateStore::IndexOfPairs).
+std::string OtherIndexName(const std::string& name)
+{
+    const std::string suffix = "_next";
+    if (name.size() > suffix.size() && name.compare(name.size() - suffix.size(), suffix.size(), suffix) == 0)
+        return name.substr(0, name.size() - suffix.size());
+    return name + suffix;
+}
+
+} // namespace
+
+CandidateRebuild::CandidateRebuild(ArchiveDb& db, const CandidateStore::Progress& progress)
+    : m_db(db), m_progress(progress)
+{
+}
+
+long long CandidateRebuild::Run()
+{
+    try {
+        for (int attempt = 0; attempt < kAttempts; ++attempt)
+            if (Attempt() == Outcome::Swapped) {
+                Report("done");
+                return m_db.Handle().execAndGet("SELECT coalesce(sum(n), 0) FROM candidate_counts").getInt64();
+            }
+    } catch (const Superseded&) {
+        return -1;
+    } catch (...) {
+        try {
+            Release();
+        } catch (...) {
+            // The next rebuild clears what this one left.
+        }
+        throw;
+    }
+    Release();
+    ACE_DEBUG((LM_WARNING, "CandidateRebuild: the patients kept changing; the candidate pairs were not rebuilt\n"));
+    return -1;
+}
+
+CandidateRebuild::Outcome CandidateRebuild::Attempt()
+{
+    m_step = 0;
+    Claim();
+    Report("reading patients");
+    ReadSnapshot();
+    Block();
+    Report("writing pairs");
+    WritePairs();
+    Report("indexing");
+    Index();
+    Report("finishing");
+    return Swap();
+}
+
+void CandidateRebuild::Report(const char* what)
+{
+    if (m_progress)
+        m_progress(m_step, CandidateRules::kCount + 4, what);
+    ++m_step;
+}
+
+// Takes the work over from any rebuild before (theirs is dropped) and starts
+// noting changes.
+void CandidateRebuild::Claim()
+{
+    WriteTransaction tx(m_db);
+    m_db.Exec("UPDATE candidate_rebuild SET last = last + 1, running = last + 1 WHERE id = 1");
+    m_token = m_db.Handle().execAndGet("SELECT running FROM candidate_rebuild WHERE id = 1").getInt64();
+    m_db.Exec(std::string("DROP TABLE IF EXISTS ") + kSide);
+    m_db.Exec("DELETE FROM candidate_changes");
+    tx.Commit();
+    LetOthersIn();
+}
+
+// A pause after each of the rebuild's commits, long enough for a workstation
+// waiting to save to take the lock (it looks again every millisecond).
+void CandidateRebuild::LetOthersIn()
+{
+    std::this_thread::sleep_for(std::chrono::milliseconds(3));
+}
+
+bool CandidateRebuild::Ours()
+{
+    return m_db.Handle().execAndGet("SELECT running FROM candidate_rebuild WHERE id = 1").getInt64() == m_token;
+}
+
+void CandidateRebuild::ReadSnapshot()
+{
+    ::ReadSnapshot snapshot(m_db);
+    m_cap = CandidateStore(m_db).BlockCap();
+    m_people.clear();
+    SQLite::Statement q(m_db.Handle(), std::string("SELECT ") + CandidatePairing::kPersonColumns + " FROM patients");
+    while (q.executeStep())
+        m_people.push_back(CandidatePairing::ReadPerson(q));
+    m_ignored.clear();
+    SQLite::Statement i(m_db.Handle(), "SELECT key_a, key_b FROM ignored_pairs");
+    while (i.executeStep())
+        m_ignored.emplace_back(i.getColumn(0).getString(), i.getColumn(1).getString());
+    std::sort(m_ignored.begin(), m_ignored.end());
+    q.reset();
+    i.reset();
+    snapshot.End();
+}
+
+// The rules sharing a block are paired in one pass; the passes are shared
+// between this thread and one more, the costly ones (the last rules) first.
+void CandidateRebuild::Block()
+{
+    std::vector<int> passes;
+    for (int rule = CandidateRules::kCount; rule >= 1; --rule)
+        if (CandidateRules::SameBlockAs(rule) == rule)
+            passes.push_back(rule);
+    std::atomic<size_t> next{0};
+    std::atomic<size_t> done{0};
+    int reported = 0;
+    auto catchUp = [&](size_t finished) {
+        while (reported < static_cast<int>(finished * CandidateRules::kCount / passes.size())) {
+            Report("blocking");
+            ++reported;
+        }
+    };
+    auto work = [&](CandidatePairing::Masks& masks, bool here) {
+        for (size_t i; (i = next++) < passes.size();) {
+            CandidatePairing::PairBlocks(passes[i], m_people, m_cap, masks);
+            ++done;
+            if (here)
+                catchUp(done);
+        }
+    };
+    m_masks.clear();
+    CandidatePairing::Masks theirs;
+    std::exception_ptr failed;
+    {
+        std::jthread helper([&] {
+            try {
+                work(theirs, false);
+            } catch (...) {
+                failed = std::current_exception();
+            }
+        });
+        work(m_masks, true);
+    }
+    if (failed)
+        std::rethrow_exception(failed);
+    for (const auto& [id, mask] : theirs)
+        m_masks[id] |= mask;
+    catchUp(passes.size());
+}
+
+void CandidateRebuild::WritePairs()
+{
+    // Written in key order: the primary key's b-tree grows at its end.
+    std::vector<std::pair<std::uint64_t, int>> list;
+    list.reserve(m_masks.size());
+    for (const auto& [id, mask] : m_masks) {
+        const Person& x = m_people[id >> 32];
+        const Person& y = m_people[id & 0xffffffffu];
+        if (!x.group.empty() && x.group == y.group)
+            continue;
+        if (std::binary_search(m_ignored.begin(), m_ignored.end(), std::pair(std::min(x.key, y.key), std::max(x.key, y.key))))
+            continue;
+        list.emplace_back(id, mask);
+    }
+    m_masks.clear();
+    auto lowKey = [&](const std::pair<std::uint64_t, int>& e) -> const std::string& {
+        return std::min(m_people[e.first >> 32].key, m_people[e.first & 0xffffffffu].key);
+    };
+    std::sort(list.begin(), list.end(), [&](const auto& l, const auto& r) { return lowKey(l) < lowKey(r); });
+
+    const auto table = Column(m_db, "SELECT sql FROM sqlite_master WHERE type = 'table' AND name = 'candidate_pairs'");
+    m_counts.clear();
+    m_written = 0;
+    for (size_t from = 0; from == 0 || from < list.size(); from += kRowsPerTransaction) {
+        WriteTransaction tx(m_db);
+        if (!Ours())
+            throw Superseded();
+        if (from == 0)
+            m_db.Exec(std::string("CREATE TABLE ") + kSide + " " + FromParenthesis(table.at(0)));
+        SQLite::Statement st(m_db.Handle(), CandidatePairing::InsertSql(kSide));
+        for (size_t i = from; i < std::min(list.size(), from + kRowsPerTransaction); ++i) {
+            const Person& x = m_people[list[i].first >> 32];
+            const Person& y = m_people[list[i].first & 0xffffffffu];
+            CandidatePairing::BindPair(st, x, y, list[i].second);
+            m_db.Write(st);
+            st.reset();
+            ++m_written;
+            const Person& a = x.key < y.key ? x : y;
+            const Person& b = x.key < y.key ? y : x;
+            ++m_counts[{CandidatePairing::LowestRule(list[i].second), a.orgKey == b.orgKey ? 1 : 0, a.orgKey, b.orgKey}];
+        }
+        tx.Commit();
+        LetOthersIn();
+    }
+}
+
+void CandidateRebuild::Index()
+{
+    // Sorting for an index may use a second thread.
+    m_db.Exec("PRAGMA threads = 2");
+    std::vector<std::pair<std::string, std::string>> indexes;
+    {
+        SQLite::Statement q(m_db.Handle(), "SELECT name, sql FROM sqlite_master WHERE type = 'index' AND "
+                                           "tbl_name = 'candidate_pairs' AND sql IS NOT NULL");
+        while (q.executeStep())
+            indexes.emplace_back(q.getColumn(0).getString(), q.getColumn(1).getString());
+    }
+    for (const auto& [name, sql] : indexes) {
+        WriteTransaction tx(m_db);
+        if (!Ours())
+            throw Superseded();
+        m_db.Exec("CREATE INDEX " + OtherIndexName(name) + " ON " + kSide + FromParenthesis(sql));
+        tx.Commit();
+        LetOthersIn();
+    }
+}
+
+CandidateRebuild::Outcome CandidateRebuild::Swap()
+{
+    WriteTransaction tx(m_db);
+    if (!Ours())
+        throw Superseded();
+    if (CandidateStore(m_db).BlockCap() != m_cap)
+        return Outcome::Again;
+    const auto changed = Column(m_db, "SELECT DISTINCT patient_key FROM candidate_changes LIMIT "
+                                          + std::to_string(kMostChangesApplied + 1));
+    if (static_cast<int>(changed.size()) > kMostChangesApplied)
+        return Outcome::Again;
+    const auto triggers =
+        Column(m_db, "SELECT sql FROM sqlite_master WHERE type = 'trigger' AND tbl_name = 'candidate_pairs'");
+    m_db.Exec("DROP TABLE candidate_pairs");
+    m_db.Exec(std::string("ALTER TABLE ") + kSide + " RENAME TO candidate_pairs");
+    for (const auto& trigger : triggers)
+        m_db.Exec(trigger);
+    m_db.Exec("DELETE FROM candidate_counts");
+    SQLite::Statement count(m_db.Handle(),
+                            "INSERT INTO candidate_counts(reason, merge, org_a, org_b, n) VALUES (?, ?, ?, ?, ?)");
+    for (const auto& [k, n] : m_counts) {
+        count.bind(1, std::get<0>(k));
+        count.bind(2, std::get<1>(k));
+        count.bind(3, std::get<2>(k));
+        count.bind(4, std::get<3>(k));
+        count.bind(5, static_cast<int64_t>(n));
+        m_db.Write(count);
+        count.reset();
+    }
+    ApplyChanges(changed);
+    m_db.Exec("UPDATE candidate_rebuild SET running = 0 WHERE id = 1");
+    m_db.Exec("DELETE FROM candidate_changes");
+    m_db.Exec("UPDATE candidate_state SET fresh = 1 WHERE id = 1");
+    tx.Commit();
+    return Outcome::Swapped;
+}
+
+// The pairs written are those of the snapshot: the patients changed since
+// get the upkeep a save gives, from their state in the snapshot to now.
+void CandidateRebuild::ApplyChanges(const std::vector<std::string>& changed)
+{
+    if (changed.empty())
+        return;
+    CandidateStore::Snapshot snapshot;
+    snapshot.fresh = true;
+    snapshot.keys = changed;
+    const std::unordered_set<std::string> keys(changed.begin(), changed.end());
+    for (const Person& p : m_people)
+        if (keys.count(p.key))
+            snapshot.before.push_back(p);
+    CandidateStore(m_db).After(snapshot);
+}
+
+// Gives the work up: the side table goes and changes are no longer noted.
+void CandidateRebuild::Release()
+{
+    WriteTransaction tx(m_db);
+    if (!Ours())
+        return;
+    m_db.Exec(std::string("DROP TABLE IF EXISTS ") + kSide);
+    m_db.Exec("UPDATE candidate_rebuild SET running = 0 WHERE id = 1");
+    m_db.Exec("DELETE FROM candidate_changes");
+    tx.Commit();
+}
