@@ -7,7 +7,9 @@
 //
 //   bravik-bench-candidates [--patients N] [--archive FILE] [--seed S]
 //                           [--runs R] [--naive-runs R] [--naive-limit-s T]
+//                           [--saves-only]
 //
+// --saves-only times the creates and modifies alone, on the archive as it is.
 // The straightforward query is stopped after T seconds (default 120); a
 // stopped query counts as T, so naive figures and the speedup are then
 // lower bounds (naive_stopped_queries says how many).
@@ -94,6 +96,64 @@ struct Query
     CandidateCriteria criteria;
 };
 
+// Creates and modifies through the service, each committed with its upkeep.
+void SaveFigures(Archive& archive, std::uint64_t seed)
+{
+    ArchiveDb& db = archive.Db();
+    std::vector<std::string> orgs;
+    SQLite::Statement o(db.Handle(), "SELECT org_key FROM organizations WHERE org_id IN ('NORTHSIDE', 'STMARY')");
+    while (o.executeStep())
+        orgs.push_back(o.getColumn(0).getString());
+    std::mt19937_64 rng(seed + 99);
+    std::vector<double> times;
+    std::vector<std::string> created;
+    const int ops = 400;
+    // MRNs no earlier run on a reused archive has taken.
+    const long long firstMrn =
+        db.Handle()
+            .execAndGet("SELECT coalesce(max(CAST(mrn AS INTEGER)), 899999999) + 1 FROM patients "
+                        "WHERE mrn >= '900000000' AND mrn <= '999999999' AND length(mrn) = 9")
+            .getInt64();
+    long long failed = 0;
+    for (int i = 0; i < ops; ++i) {
+        PatientDetailRecord r;
+        char dob[16];
+        const int y = 1940 + static_cast<int>(rng() % 60), m = 1 + static_cast<int>(rng() % 12),
+                  d = 1 + static_cast<int>(rng() % 28);
+        std::snprintf(dob, sizeof dob, "%04d%02d%02d", y, m, d);
+        r.SetName(BPersonName(i % 2 ? "Mason" : "Brandon", i % 3 ? "Ellie" : "Marco", "", "", ""));
+        r.SetSexCode(rng() % 2 ? "F" : "M");
+        r.SetDOB(BDate(static_cast<unsigned>(y), static_cast<unsigned>(m), static_cast<unsigned>(d)));
+        if (i % 2 == 0 || created.empty()) {
+            r.SetOrganizationKey(orgs[i % orgs.size()].c_str());
+            r.SetPatientID(std::to_string(firstMrn + i).c_str());
+            ACE_CString key;
+            const auto start = Clock::now();
+            const int rc = archive.Patients().CreatePatient(&r, key);
+            times.push_back(Ms(start));
+            if (rc == 0)
+                created.push_back(key.c_str());
+            else
+                ++failed;
+        } else {
+            PatientDetailRecord existing;
+            const std::string key = created[rng() % created.size()];
+            archive.Patients().GetPatient(key.c_str(), &existing, ACE_CString());
+            existing.SetName(BPersonName("Mason", i % 4 ? "Ellie" : "Marco", "", "", ""));
+            existing.SetDOB(BDate(static_cast<unsigned>(y), static_cast<unsigned>(m), static_cast<unsigned>(d)));
+            const auto start = Clock::now();
+            if (archive.Patients().ModifyPatient(&existing) != 0)
+                ++failed;
+            times.push_back(Ms(start));
+        }
+    }
+    // Every save syncs the log at commit (2 = FULL): the times include it.
+    Figure("update_synchronous", static_cast<long long>(db.Handle().execAndGet("PRAGMA synchronous").getInt()));
+    Figure("update_p50_ms", Percentile(times, 0.5));
+    Figure("update_p99_ms", Percentile(times, 0.99));
+    Figure("update_failures", failed);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -104,6 +164,7 @@ int main(int argc, char** argv)
     int runs = 30;
     int naiveRuns = 1;
     double naiveLimit = 120.0;
+    bool savesOnly = false;
     for (int i = 1; i < argc; ++i) {
         const std::string a = argv[i];
         auto next = [&]() -> std::string { return i + 1 < argc ? argv[++i] : std::string(); };
@@ -119,9 +180,11 @@ int main(int argc, char** argv)
             naiveRuns = std::max(0, std::atoi(next().c_str()));
         else if (a == "--naive-limit-s")
             naiveLimit = std::max(1.0, std::atof(next().c_str()));
+        else if (a == "--saves-only")
+            savesOnly = true;
         else {
             std::fprintf(stderr, "usage: bravik-bench-candidates [--patients N] [--archive FILE] [--seed S] [--runs R] "
-                                 "[--naive-runs R]\n");
+                                 "[--naive-runs R] [--naive-limit-s T] [--saves-only]\n");
             return 2;
         }
     }
@@ -153,6 +216,10 @@ int main(int argc, char** argv)
     auto archive = Archive::Open(archivePath);
     archive->SetUser(archive->DefaultUser());
     ArchiveDb& db = archive->Db();
+    if (savesOnly) {
+        SaveFigures(*archive, seed);
+        return 0;
+    }
     {
         // Another workstation saves a patient every 20 ms while the rebuild
         // runs; how long its saves take is how long the rebuild kept it waiting.
@@ -387,61 +454,7 @@ int main(int argc, char** argv)
         Figure("naive_stopped_queries", stopped);
     }
 
-    // Creates and modifies through the service, each committed with its upkeep.
-    {
-        std::vector<std::string> orgs;
-        SQLite::Statement o(db.Handle(), "SELECT org_key FROM organizations WHERE org_id IN ('NORTHSIDE', 'STMARY')");
-        while (o.executeStep())
-            orgs.push_back(o.getColumn(0).getString());
-        std::mt19937_64 rng(seed + 99);
-        std::vector<double> times;
-        std::vector<std::string> created;
-        const int ops = 400;
-        // MRNs no earlier run on a reused archive has taken.
-        const long long firstMrn =
-            db.Handle()
-                .execAndGet("SELECT coalesce(max(CAST(mrn AS INTEGER)), 899999999) + 1 FROM patients "
-                            "WHERE mrn >= '900000000' AND mrn <= '999999999' AND length(mrn) = 9")
-                .getInt64();
-        long long failed = 0;
-        for (int i = 0; i < ops; ++i) {
-            PatientDetailRecord r;
-            char dob[16];
-            const int y = 1940 + static_cast<int>(rng() % 60), m = 1 + static_cast<int>(rng() % 12),
-                      d = 1 + static_cast<int>(rng() % 28);
-            std::snprintf(dob, sizeof dob, "%04d%02d%02d", y, m, d);
-            r.SetName(BPersonName(i % 2 ? "Mason" : "Brandon", i % 3 ? "Ellie" : "Marco", "", "", ""));
-            r.SetSexCode(rng() % 2 ? "F" : "M");
-            r.SetDOB(BDate(static_cast<unsigned>(y), static_cast<unsigned>(m), static_cast<unsigned>(d)));
-            if (i % 2 == 0 || created.empty()) {
-                r.SetOrganizationKey(orgs[i % orgs.size()].c_str());
-                r.SetPatientID(std::to_string(firstMrn + i).c_str());
-                ACE_CString key;
-                const auto start = Clock::now();
-                const int rc = archive->Patients().CreatePatient(&r, key);
-                times.push_back(Ms(start));
-                if (rc == 0)
-                    created.push_back(key.c_str());
-                else
-                    ++failed;
-            } else {
-                PatientDetailRecord existing;
-                const std::string key = created[rng() % created.size()];
-                archive->Patients().GetPatient(key.c_str(), &existing, ACE_CString());
-                existing.SetName(BPersonName("Mason", i % 4 ? "Ellie" : "Marco", "", "", ""));
-                existing.SetDOB(BDate(static_cast<unsigned>(y), static_cast<unsigned>(m), static_cast<unsigned>(d)));
-                const auto start = Clock::now();
-                if (archive->Patients().ModifyPatient(&existing) != 0)
-                    ++failed;
-                times.push_back(Ms(start));
-            }
-        }
-        // Every save syncs the log at commit (2 = FULL): the times include it.
-        Figure("update_synchronous", static_cast<long long>(db.Handle().execAndGet("PRAGMA synchronous").getInt()));
-        Figure("update_p50_ms", Percentile(times, 0.5));
-        Figure("update_p99_ms", Percentile(times, 0.99));
-        Figure("update_failures", failed);
-    }
+    SaveFigures(*archive, seed);
     Figure("rss_mb", PeakRssMb());
     archive.reset();
     if (temporary) {

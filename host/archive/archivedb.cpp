@@ -42,11 +42,12 @@ void LogFault(const char* operation, const SQLite::Exception& e)
 ArchiveDb::ArchiveDb(const std::string& path, Mode mode, int busyTimeoutMs)
     : m_path(path)
 {
-    int flags = SQLite::OPEN_READWRITE;
+    // A connection serves one thread at a time: SQLite need not lock it per call.
+    int flags = SQLite::OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;
     if (mode == Mode::OpenOrCreate)
         flags |= SQLite::OPEN_CREATE;
     if (mode == Mode::ReadOnly)
-        flags = SQLite::OPEN_READONLY;
+        flags = SQLite::OPEN_READONLY | SQLITE_OPEN_NOMUTEX;
     RefuseEmptyFile(path);
     try {
         m_db = std::make_unique<SQLite::Database>(path, flags);

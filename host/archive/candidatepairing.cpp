@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <functional>
-#include <tuple>
+#include <utility>
 
 using CandidateRules::Person;
 
@@ -72,41 +72,80 @@ void BindPair(SQLite::Statement& st, const Person& x, const Person& y, int rules
 
 namespace {
 
-// A second hash of another kind than std::hash (FNV-1a).
-std::uint64_t OtherHash(const std::string& text)
+// A second hash of another kind than std::hash (FNV-1a), to tell apart the
+// rare blocks whose first hashes collide.
+std::uint32_t OtherHash(const std::string& text)
 {
-    std::uint64_t h = 14695981039346656037ull;
+    std::uint32_t h = 2166136261u;
     for (const char c : text)
-        h = (h ^ static_cast<unsigned char>(c)) * 1099511628211ull;
+        h = (h ^ static_cast<unsigned char>(c)) * 16777619u;
     return h;
+}
+
+// A block key of one patient, as two hashes.
+struct Entry
+{
+    std::uint64_t hash;
+    std::uint32_t check;
+    std::uint32_t index;
+};
+
+// Orders by `hash`, 16 bits a pass (least significant first, each pass
+// stable); entries of equal hash but another check are then put in order
+// among themselves, so equal blocks lie side by side.
+void SortByBlock(std::vector<Entry>& entries)
+{
+    constexpr int kBits = 16;
+    constexpr std::size_t kBuckets = std::size_t(1) << kBits;
+    std::vector<Entry> other(entries.size());
+    std::vector<std::size_t> start(kBuckets);
+    for (int shift = 0; shift < 64; shift += kBits) {
+        std::fill(start.begin(), start.end(), 0);
+        for (const Entry& e : entries)
+            ++start[(e.hash >> shift) & (kBuckets - 1)];
+        std::size_t at = 0;
+        for (auto& n : start)
+            at += std::exchange(n, at);
+        for (const Entry& e : entries)
+            other[start[(e.hash >> shift) & (kBuckets - 1)]++] = e;
+        entries.swap(other);
+    }
+    for (std::size_t from = 0; from < entries.size();) {
+        std::size_t to = from + 1;
+        while (to < entries.size() && entries[to].hash == entries[from].hash)
+            ++to;
+        if (to - from > 1)
+            std::sort(entries.begin() + static_cast<std::ptrdiff_t>(from), entries.begin() + static_cast<std::ptrdiff_t>(to),
+                      [](const Entry& a, const Entry& b) { return a.check < b.check; });
+        from = to;
+    }
 }
 
 } // namespace
 
-// Blocks are found by sorting two unrelated 64-bit hashes of the block keys,
-// so two blocks are joined only when both hashes of their keys collide at once.
+// Blocks are found by sorting two unrelated hashes of the block keys (96
+// bits in all), so two blocks are joined only when both collide at once.
 void PairBlocks(int rule, const std::vector<Person>& people, int cap, Masks& masks)
 {
     std::vector<int> tests;
     for (int other = rule; other <= CandidateRules::kCount; ++other)
         if (CandidateRules::SameBlockAs(other) == rule)
             tests.push_back(other);
-    std::vector<std::tuple<std::uint64_t, std::uint64_t, std::uint32_t>> hashed;
-    hashed.reserve(people.size());
+    std::vector<Entry> entries;
+    entries.reserve(people.size());
     const std::hash<std::string> hasher;
     for (std::uint32_t i = 0; i < people.size(); ++i)
         for (const auto& block : CandidateRules::BlockKeys(rule, people[i]))
-            hashed.emplace_back(hasher(block), OtherHash(block), i);
-    std::sort(hashed.begin(), hashed.end());
-    for (size_t from = 0; from < hashed.size();) {
+            entries.push_back({hasher(block), OtherHash(block), i});
+    SortByBlock(entries);
+    for (size_t from = 0; from < entries.size();) {
         size_t to = from + 1;
-        while (to < hashed.size() && std::get<0>(hashed[to]) == std::get<0>(hashed[from])
-               && std::get<1>(hashed[to]) == std::get<1>(hashed[from]))
+        while (to < entries.size() && entries[to].hash == entries[from].hash && entries[to].check == entries[from].check)
             ++to;
         if (to - from >= 2 && static_cast<int>(to - from) <= cap) {
             for (size_t i = from; i < to; ++i)
                 for (size_t j = i + 1; j < to; ++j) {
-                    const std::uint32_t x = std::get<2>(hashed[i]), y = std::get<2>(hashed[j]);
+                    const std::uint32_t x = entries[i].index, y = entries[j].index;
                     if (x == y)
                         continue;
                     int mask = 0;

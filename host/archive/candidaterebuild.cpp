@@ -56,6 +56,29 @@ private:
     bool m_open = true;
 };
 
+// Whether commits on the connection wait for the log to reach the disk, for
+// the life of this object (they do again afterwards).
+class SyncAtCommit
+{
+public:
+    SyncAtCommit(ArchiveDb& db, bool sync)
+        : m_db(db)
+    {
+        m_db.Exec(sync ? "PRAGMA synchronous = FULL" : "PRAGMA synchronous = NORMAL");
+    }
+    ~SyncAtCommit()
+    {
+        try {
+            m_db.Exec("PRAGMA synchronous = FULL");
+        } catch (...) {
+            // Only a broken connection refuses; it syncs nothing more anyway.
+        }
+    }
+
+private:
+    ArchiveDb& m_db;
+};
+
 std::vector<std::string> Column(ArchiveDb& db, const std::string& sql)
 {
     std::vector<std::string> out;
@@ -120,10 +143,16 @@ CandidateRebuild::Outcome CandidateRebuild::Attempt()
     Report("reading patients");
     ReadSnapshot();
     Block();
-    Report("writing pairs");
-    WritePairs();
-    Report("indexing");
-    Index();
+    {
+        // What is written beside the kept pairs need not survive a power
+        // failure (the next rebuild starts over): its commits skip the sync.
+        // The swap syncs everything before it with its own commit.
+        SyncAtCommit unsynced(m_db, false);
+        Report("writing pairs");
+        WritePairs();
+        Report("indexing");
+        Index();
+    }
     Report("finishing");
     return Swap();
 }

@@ -7,11 +7,30 @@
 
 namespace CandidateRules {
 
+namespace {
+
+// The characters present in a text, a bit per character code modulo 32: each
+// typing error adds or removes at most two of them.
+std::uint32_t Present(const std::string& text)
+{
+    std::uint32_t bits = 0;
+    for (const char c : text)
+        bits |= 1u << (static_cast<unsigned char>(c) % 32);
+    return bits;
+}
+
+} // namespace
+
 void Person::Derive()
 {
     normLast = Normalize(last);
     normFirst = Normalize(first);
     phonetic = Phonetic(normLast);
+    foldLast = FoldCase(last);
+    foldFirst = FoldCase(first);
+    lastBits = Present(normLast);
+    firstBits = Present(normFirst);
+    dobValid = ValidBirthDate(dob);
 }
 
 std::string FoldCase(const std::string& text)
@@ -113,13 +132,7 @@ bool WithinEdits(const std::string& x, const std::string& y, int most)
         return true;
     // Each edit adds or removes at most two characters from the set of those
     // present, so a cheap look at the sets turns most strangers away.
-    auto present = [](const std::string& text) {
-        std::uint32_t bits = 0;
-        for (const char c : text)
-            bits |= 1u << (static_cast<unsigned char>(c) % 32);
-        return bits;
-    };
-    if (std::popcount(present(x) ^ present(y)) > 2 * most)
+    if (std::popcount(Present(x) ^ Present(y)) > 2 * most)
         return false;
     constexpr int kShort = 64;
     int stack[3][kShort + 1];
@@ -203,7 +216,7 @@ std::string WrittenNames(const Person& p)
 {
     if (p.last.empty() || p.first.empty())
         return std::string();
-    return FoldCase(p.last) + '\x1f' + FoldCase(p.first);
+    return p.foldLast + '\x1f' + p.foldFirst;
 }
 
 bool OneDigitApart(const std::string& x, const std::string& y)
@@ -227,38 +240,65 @@ std::vector<std::string> NearBirthBlocks(const Person& p)
     std::vector<std::string> blocks;
     if (p.last.empty() || p.first.empty() || p.dob.size() < 4)
         return blocks;
-    const std::string year = "Y" + p.dob.substr(0, 4);
-    const std::string day = p.dob.size() >= 8 ? "D" + p.dob.substr(4, 4) : std::string();
-    for (const auto& [kept, other] : {std::pair(&p.last, &p.first), std::pair(&p.first, &p.last)})
-        for (const std::string& letter : {"I" + Initial(*other), "F" + Final(*other)}) {
-            const std::string names = FoldCase(*kept) + '\x1f' + letter + '\x1f';
-            for (const std::string* part : {&year, &day})
-                if (!part->empty() && std::find(blocks.begin(), blocks.end(), names + *part) == blocks.end())
-                    blocks.push_back(names + *part);
+    blocks.reserve(8);
+    auto add = [&](const std::string& kept, char kind, const std::string& letter, char part, size_t from) {
+        std::string key;
+        key.reserve(kept.size() + letter.size() + 8);
+        key.append(kept).append(1, '\x1f').append(1, kind).append(letter).append(1, '\x1f').append(1, part);
+        key.append(p.dob, from, 4);
+        if (std::find(blocks.begin(), blocks.end(), key) == blocks.end())
+            blocks.push_back(std::move(key));
+    };
+    for (const auto& [kept, other] : {std::pair(&p.foldLast, &p.first), std::pair(&p.foldFirst, &p.last)})
+        for (const auto& [kind, letter] : {std::pair('I', Initial(*other)), std::pair('F', Final(*other))}) {
+            add(*kept, kind, letter, 'Y', 0);
+            if (p.dob.size() >= 8)
+                add(*kept, kind, letter, 'D', 4);
         }
     return blocks;
 }
 
-// Equal with ASCII case ignored.
-bool SameFolded(const std::string& x, const std::string& y)
+// Either name as written with the other name's first letter, whatever the
+// birth date: a name is the same block in either field.
+std::vector<std::string> NameInitialBlocks(const Person& p)
 {
-    if (x.size() != y.size())
+    if (p.last.empty() || p.first.empty())
+        return {};
+    std::vector<std::string> blocks = {p.foldLast + '\x1f' + Initial(p.first), p.foldFirst + '\x1f' + Initial(p.last)};
+    if (blocks[0] == blocks[1])
+        blocks.pop_back();
+    return blocks;
+}
+
+// Two normalised names within two typing errors, with the cheap refusals
+// (lengths, characters present) made on what each patient derived once.
+bool TwoEditsApart(const std::string& x, std::uint32_t xBits, const std::string& y, std::uint32_t yBits)
+{
+    const auto n = x.size(), m = y.size();
+    if ((n > m ? n - m : m - n) > 2 || std::popcount(xBits ^ yBits) > 4)
         return false;
-    for (size_t i = 0; i < x.size(); ++i) {
-        const char a = x[i] >= 'a' && x[i] <= 'z' ? static_cast<char>(x[i] - 'a' + 'A') : x[i];
-        const char b = y[i] >= 'a' && y[i] <= 'z' ? static_cast<char>(y[i] - 'a' + 'A') : y[i];
-        if (a != b)
-            return false;
-    }
-    return true;
+    return WithinEdits(x, y, 2);
+}
+bool LastsNear(const Person& x, const Person& y)
+{
+    return TwoEditsApart(x.normLast, x.lastBits, y.normLast, y.lastBits);
+}
+bool FirstsNear(const Person& x, const Person& y)
+{
+    return TwoEditsApart(x.normFirst, x.firstBits, y.normFirst, y.firstBits);
+}
+// x's last name near y's first name, and x's first near y's last.
+bool CrossedNear(const Person& x, const Person& y)
+{
+    return TwoEditsApart(x.normLast, x.lastBits, y.normFirst, y.firstBits)
+        && TwoEditsApart(x.normFirst, x.firstBits, y.normLast, y.lastBits);
 }
 
 bool SimilarNames(const Person& x, const Person& y)
 {
     if (x.normLast.empty() || x.normFirst.empty() || y.normLast.empty() || y.normFirst.empty())
         return false;
-    return (WithinEdits(x.normLast, y.normLast, 2) && WithinEdits(x.normFirst, y.normFirst, 2))
-        || (WithinEdits(x.normLast, y.normFirst, 2) && WithinEdits(x.normFirst, y.normLast, 2));
+    return (LastsNear(x, y) && FirstsNear(x, y)) || CrossedNear(x, y);
 }
 
 } // namespace
@@ -272,6 +312,21 @@ bool BirthDatesNear(const std::string& x, const std::string& y)
         return true;
     return !ValidBirthDate(x) || !ValidBirthDate(y);
 }
+
+namespace {
+
+// BirthDatesNear with the validity worked out once per patient.
+bool BirthsNear(const Person& x, const Person& y)
+{
+    if (!x.dobValid || !y.dobValid)
+        return true;
+    const std::string& a = x.dob;
+    const std::string& b = y.dob;
+    return a == b || OneDigitApart(a, b)
+        || (a.compare(0, 4, b, 0, 4) == 0 && a.compare(4, 2, b, 6, 2) == 0 && a.compare(6, 2, b, 4, 2) == 0);
+}
+
+} // namespace
 
 int SameBlockAs(int rule)
 {
@@ -321,7 +376,7 @@ std::string BlockKey(int rule, const Person& p)
         const std::string month = BirthMonth(p.dob);
         if (p.last.empty() || p.first.empty() || month.empty())
             return std::string();
-        return FoldCase(p.last) + sep + FoldCase(p.first) + sep + month;
+        return p.foldLast + sep + p.foldFirst + sep + month;
     }
     case kNearIdentifierBirth:
     case kSimilarNameBirth:
@@ -345,6 +400,8 @@ std::vector<std::string> BlockKeys(int rule, const Person& p)
 {
     if (SameBlockAs(rule) == kLastNameNearBirth)
         return NearBirthBlocks(p);
+    if (rule == kSimilarNameNoBirth)
+        return NameInitialBlocks(p);
     std::string block = BlockKey(rule, p);
     if (block.empty())
         return {};
@@ -364,18 +421,23 @@ bool PairHolds(int rule, const Person& x, const Person& y)
     case kFirstNameBirthNoSex:
         return SexUnknown(x.sex) || SexUnknown(y.sex);
     case kNameBirthMissing:
-        return !ValidBirthDate(x.dob) || !ValidBirthDate(y.dob);
+        return !x.dobValid || !y.dobValid;
     case kNameBirthDigit:
         return OneDigitApart(x.dob, y.dob);
     case kSimilarNameBirth:
         return SimilarNames(x, y);
+    // The birth dates first: most patients of a near-birth block differ there.
     case kLastNameNearBirth:
-        return BirthDatesNear(x.dob, y.dob) && SameFolded(x.last, y.last) && WithinEdits(x.normFirst, y.normFirst, 2);
+        return BirthsNear(x, y) && x.foldLast == y.foldLast && FirstsNear(x, y);
     case kFirstNameNearBirth:
-        return BirthDatesNear(x.dob, y.dob) && SameFolded(x.first, y.first) && WithinEdits(x.normLast, y.normLast, 2);
+        return BirthsNear(x, y) && x.foldFirst == y.foldFirst && LastsNear(x, y);
     case kSwappedNearBirth:
-        return BirthDatesNear(x.dob, y.dob) && WithinEdits(x.normLast, y.normFirst, 2)
-            && WithinEdits(x.normFirst, y.normLast, 2);
+        return BirthsNear(x, y) && CrossedNear(x, y);
+    case kSimilarNameNoBirth:
+        return (!x.dobValid || !y.dobValid)
+            && ((x.foldLast == y.foldLast && FirstsNear(x, y)) || (x.foldFirst == y.foldFirst && LastsNear(x, y))
+                || (x.foldLast == y.foldFirst && TwoEditsApart(x.normFirst, x.firstBits, y.normLast, y.lastBits))
+                || (x.foldFirst == y.foldLast && TwoEditsApart(x.normLast, x.lastBits, y.normFirst, y.firstBits)));
     default:
         return true;
     }
@@ -385,7 +447,7 @@ const char* ReasonCode(int rule)
 {
     static const char* const kCodes[] = {"", "GID", "NAMEDOB", "SOUNDDOB", "FIRSTDOBSEX", "DOBSWAP", "NAMESWAP", "NAMEYM",
                                          "GIDDOB", "GIDNAME", "FIRSTDOBNOSEX", "NAMENODOB", "NAMEDOBDIGIT", "SIMNAMEDOB",
-                                         "LASTNEARDOB", "FIRSTNEARDOB", "SWAPNEARDOB"};
+                                         "LASTNEARDOB", "FIRSTNEARDOB", "SWAPNEARDOB", "SIMNAMENODOB"};
     return rule >= 1 && rule <= kCount ? kCodes[rule] : "";
 }
 
@@ -407,7 +469,8 @@ const char* DefaultReasonText(int rule)
                                          "Similar Name and Same Date of Birth",
                                          "Same Last Name, Similar First Name and Date of Birth",
                                          "Same First Name, Similar Last Name and Date of Birth",
-                                         "Names Swapped, Similar Date of Birth"};
+                                         "Names Swapped, Similar Date of Birth",
+                                         "Similar Name, Date of Birth Missing or Invalid"};
     return rule >= 1 && rule <= kCount ? kTexts[rule] : "";
 }
 

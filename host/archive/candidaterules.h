@@ -2,6 +2,7 @@
 
 #include "bravik_archive_export.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -35,7 +36,10 @@ constexpr int kFirstNameNearBirth = 15; // first name as written, last name with
 // The same blocks read either way round, for names recorded in each other's
 // fields: either name as written with the other's first letter.
 constexpr int kSwappedNearBirth = 16;   // first and last name swapped, each within two typing errors
-constexpr int kCount = 16;
+// No birth date to block on: either name as written (in either field) with
+// the other name's first letter makes the block.
+constexpr int kSimilarNameNoBirth = 17; // one name as written, the other within two typing errors, a birth date missing
+constexpr int kCount = 17;
 
 // A block larger than this yields no pairs for its rule (site setting).
 constexpr int kDefaultBlockCap = 50;
@@ -44,8 +48,12 @@ constexpr const char* kBlockCapSetting = "CandidateBlockCap";
 struct Person
 {
     std::string key, orgKey, group, mrn, last, first, middle, sex, dob, gid;
-    // Derived once: normalised names and the phonetic key.
-    std::string normLast, normFirst, phonetic;
+    // Derived once: normalised and case-folded names, the phonetic key, the
+    // characters present in each normalised name (a bit per character code
+    // modulo 32), whether the birth date is a real day.
+    std::string normLast, normFirst, phonetic, foldLast, foldFirst;
+    std::uint32_t lastBits = 0, firstBits = 0;
+    bool dobValid = false;
     void Derive();
 };
 

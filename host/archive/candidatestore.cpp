@@ -183,11 +183,35 @@ std::vector<Person> CandidateStore::Neighbours(const Person& p)
         nearBirth(column, p.last);
         nearBirth(column, p.first);
     }
+    NameInitialNeighbours(p, collect);
     std::vector<Person> out;
     out.reserve(found.size());
     for (auto& [key, person] : found)
         out.push_back(std::move(person));
     return out;
+}
+
+// The blocks of a name as written with the other name's first letter hold
+// whole families of common names; a block with more than cap + 1 others pairs
+// nobody, so no more of it than that is read (a name index range each).
+void CandidateStore::NameInitialNeighbours(const Person& p, const std::function<void(SQLite::Statement&)>& collect)
+{
+    if (p.last.empty() || p.first.empty())
+        return;
+    const int most = BlockCap() + 2; // p itself may be among them
+    for (const auto& [kept, other] : {std::pair(&p.last, &p.first), std::pair(&p.first, &p.last)}) {
+        const std::string letter = CandidateRules::Initial(*other);
+        for (const auto& [column, rest] : {std::pair("last_name", "first_name"), std::pair("first_name", "last_name")}) {
+            auto& q = m_db.Prepare(std::string("SELECT ") + kPersonColumns + " FROM patients WHERE " + column
+                                   + " = ?1 COLLATE NOCASE AND " + rest + " >= ?2 COLLATE NOCASE AND " + rest
+                                   + " < ?3 COLLATE NOCASE LIMIT ?4");
+            q.bind(1, *kept);
+            q.bind(2, letter);
+            q.bind(3, letter + '\xff');
+            q.bind(4, most);
+            collect(q);
+        }
+    }
 }
 
 bool CandidateStore::HeldElsewhere(int rule, const Person& x, const Person& y, const std::string& block, int cap)

@@ -111,6 +111,7 @@ const Code kLinkMergeReasons[] = {{CandidateReasonCode::SharedIdentifier, "Same 
                                   {"LASTNEARDOB", "Same Last Name, Similar First Name and Date of Birth"},
                                   {"FIRSTNEARDOB", "Same First Name, Similar Last Name and Date of Birth"},
                                   {"SWAPNEARDOB", "Names Swapped, Similar Date of Birth"},
+                                  {"SIMNAMENODOB", "Similar Name, Date of Birth Missing or Invalid"},
                                   {"DUP", "Duplicate"},
                                   {"REG", "Registration error"},
                                   {"TYPO", "Typing error in demographics"},

@@ -132,6 +132,36 @@ std::string NearBirth(const std::function<std::string(const std::string&)>& with
     return out;
 }
 
+// A name as written (in either field) with the other name's first letter,
+// whatever the birth date; a birth date of either must be missing or no day.
+std::string SimilarNameNoBirth(const std::function<std::string(const std::string&)>& within)
+{
+    auto asWritten = [](const std::string& x, const std::string& y) { return x + " = " + y + " COLLATE NOCASE"; };
+    auto near = [](const std::string& x, const std::string& y) { return "bravik_two_edits(" + x + ", " + y + ")"; };
+    const std::string holds =
+        "(NOT " + ValidDate("a.dob") + " OR NOT " + ValidDate("b.dob") + ") AND (("
+        + asWritten("a.last_name", "b.last_name") + " AND " + near("a.first_name", "b.first_name") + ") OR ("
+        + asWritten("a.first_name", "b.first_name") + " AND " + near("a.last_name", "b.last_name") + ") OR ("
+        + asWritten("a.last_name", "b.first_name") + " AND " + near("a.first_name", "b.last_name") + ") OR ("
+        + asWritten("a.first_name", "b.last_name") + " AND " + near("a.last_name", "b.first_name") + "))";
+    std::string out;
+    for (const auto& [name, other] : {std::pair<std::string, std::string>{"last_name", "first_name"},
+                                      std::pair<std::string, std::string>{"first_name", "last_name"}}) {
+        // a's block: a's `name` with the first letter of a's `other`.
+        auto member = [&](const std::string& t) {
+            auto side = [&](const std::string& own, const std::string& rest) {
+                return "(" + asWritten(t + "." + own, "a." + name) + " AND " + t + "." + rest + " <> '' AND "
+                     + Letter(t + "." + rest, true) + " = " + Letter("a." + other, true) + ")";
+            };
+            return "(" + side("last_name", "first_name") + " OR " + side("first_name", "last_name") + ")";
+        };
+        out += " UNION ALL SELECT a.patient_key, b.patient_key, " + std::to_string(CandidateRules::kSimilarNameNoBirth)
+             + " FROM patients a JOIN patients b ON a.patient_key < b.patient_key AND " + member("b") + " WHERE a."
+             + name + " <> '' AND a." + other + " <> '' AND " + holds + within(member("z"));
+    }
+    return out;
+}
+
 // The rules for typing errors, missing values and near identifiers.
 std::string NewerRules(const std::string& same, const std::function<std::string(const std::string&)>& within)
 {
@@ -152,7 +182,7 @@ std::string NewerRules(const std::string& same, const std::function<std::string(
            "  AND bravik_norm(b.last_name) <> '' AND bravik_norm(b.first_name) <> '' AND (("
          + near("a.last_name", "b.last_name") + " AND " + near("a.first_name", "b.first_name") + ") OR ("
          + near("a.last_name", "b.first_name") + " AND " + near("a.first_name", "b.last_name") + "))" + within("z.dob = a.dob")
-         + NearBirth(within);
+         + NearBirth(within) + SimilarNameNoBirth(within);
 }
 
 } // namespace

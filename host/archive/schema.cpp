@@ -508,7 +508,8 @@ UPDATE candidate_state SET fresh = 0;
 // CandidateRebuild). While a rebuild runs, each patient or ignored pair that
 // changes is noted, so the swap can bring the new pairs up to date for it.
 // `last` counts the rebuilds ever started; `running` is the one under way, 0
-// for none.
+// for none. A rule was added (similar names, a birth date missing): the kept
+// pairs are recomputed when the archive is next opened.
 const char* const kV10 = R"SQL(
 CREATE TABLE IF NOT EXISTS candidate_rebuild (
   id INTEGER PRIMARY KEY CHECK (id = 1),
@@ -536,6 +537,7 @@ BEGIN INSERT INTO candidate_changes(patient_key) VALUES (NEW.key_a), (NEW.key_b)
 CREATE TRIGGER IF NOT EXISTS candidates_noted_on_unignore AFTER DELETE ON ignored_pairs
 WHEN (SELECT running FROM candidate_rebuild WHERE id = 1) <> 0
 BEGIN INSERT INTO candidate_changes(patient_key) VALUES (OLD.key_a), (OLD.key_b); END;
+UPDATE candidate_state SET fresh = 0;
 )SQL";
 
 const char* const kMigrations[] = {kV1, kV2, kV3, kV4, kV5, kV6, kV7, kV8, kV9, kV10};

@@ -124,6 +124,7 @@ protected:
     const std::string kLastNearDob = "Same Last Name, Similar First Name and Date of Birth";
     const std::string kFirstNearDob = "Same First Name, Similar Last Name and Date of Birth";
     const std::string kSwappedNearDob = "Names Swapped, Similar Date of Birth";
+    const std::string kSimilarNameNoDob = "Similar Name, Date of Birth Missing or Invalid";
 };
 
 TEST_F(CandidateStoreTest, RuleHelpers)
@@ -284,6 +285,60 @@ TEST_F(CandidateStoreTest, EachRegistrationErrorRuleFindsItsPairsWithItsReason)
                                          CandidateRules::kNameBirthMissing, CandidateRules::kNameBirthDigit,
                                          CandidateRules::kFirstNameNearBirth, CandidateRules::kNameBirthMissing,
                                          CandidateRules::kFirstNameBirthNoSex}));
+}
+
+// No birth date to block on: one name as written (in either field) and the
+// other within two typing errors, when a birth date is missing or no day.
+TEST_F(CandidateStoreTest, SimilarNamesWithABirthDateMissingArePairedAndKept)
+{
+    const std::string n1 = P(m_north, "Lindqvist", "Maren", "F", "19700101");
+    const std::string n2 = P(m_north, "Lindqvist", "Maran", "F", "");
+    const std::string m1 = P(m_north, "Osei", "Kwame", "M", "19700102");
+    const std::string m2 = P(m_south, "Kwame", "Osey", "M", ""); // names in each other's fields
+    // Near misses: a name too far off, both birth dates real and far apart.
+    P(m_north, "Lindqvist", "Mathilda", "F", "");
+    P(m_north, "Brandt", "Olga", "F", "19600101");
+    P(m_north, "Brandt", "Olgo", "F", "19900505");
+    Rebuild();
+    auto sorted = [](std::vector<std::string> v) {
+        std::sort(v.begin(), v.end());
+        return v;
+    };
+    const auto expected = sorted({Row(n1, n2, kSimilarNameNoDob), Row(m1, m2, kSimilarNameNoDob)});
+    EXPECT_EQ(sorted(Rows()), expected);
+    MergeLinkCandidatesQueryDataSet byReason;
+    byReason.SetReason(kSimilarNameNoDob.c_str());
+    EXPECT_EQ(Search(byReason).second, 2);
+    std::vector<CandidatePair> straight;
+    long long straightTotal = -1;
+    CandidateCriteria all;
+    ScanCandidateSearch(Db()).Find(all, straight, straightTotal);
+    EXPECT_EQ(straightTotal, 2);
+    for (const auto& pair : straight)
+        EXPECT_EQ(pair.reasonKind, CandidateRules::kSimilarNameNoBirth);
+
+    // The birth date recorded: the same day and a sound-alike name is another rule.
+    PatientDetailRecord r = Get(n2);
+    r.SetDOB(BDate(1970, 1, 1));
+    ASSERT_EQ(Svc().ModifyPatient(&r), 0);
+    EXPECT_EQ(sorted(Rows()), sorted({Row(n1, n2, kSound), Row(m1, m2, kSimilarNameNoDob)}));
+    ExpectSameAsRebuild("birth date recorded");
+    r = Get(n2);
+    r.SetDOB(BDate(0, 0, 0));
+    ASSERT_EQ(Svc().ModifyPatient(&r), 0);
+    EXPECT_EQ(sorted(Rows()), expected);
+    ExpectSameAsRebuild("birth date taken away");
+
+    // A block over the cap pairs nobody.
+    Build().Setting("policy", CandidateRules::kBlockCapSetting, "2");
+    Rebuild();
+    EXPECT_EQ(Rows(), (std::vector<std::string>{Row(m1, m2, kSimilarNameNoDob)}));
+    const std::string m3 = Create(Record(m_north, "3003", "Oduya", "Kwame", "M", 1971, 1, 1));
+    EXPECT_TRUE(Rows().empty()) << "Kwame/O now holds three";
+    ExpectSameAsRebuild("block over the cap");
+    Svc().DeletePatient(m3.c_str(), ACE_CString(), "Test patient");
+    EXPECT_EQ(Rows(), (std::vector<std::string>{Row(m1, m2, kSimilarNameNoDob)}));
+    ExpectSameAsRebuild("block back under the cap");
 }
 
 // The registration-error rules are kept as patients are created, changed,
