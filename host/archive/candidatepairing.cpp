@@ -49,24 +49,25 @@ std::string InsertSql(const std::string& table)
 
 void BindPair(SQLite::Statement& st, const Person& x, const Person& y, int rules)
 {
+    // The patients outlive the statement's execution: their texts need no copy.
     const Person& a = x.key < y.key ? x : y;
     const Person& b = x.key < y.key ? y : x;
-    st.bind(1, a.key);
-    st.bind(2, b.key);
+    st.bindNoCopy(1, a.key);
+    st.bindNoCopy(2, b.key);
     st.bind(3, rules);
     st.bind(4, LowestRule(rules));
     st.bind(5, a.orgKey == b.orgKey ? 1 : 0);
-    st.bind(6, a.orgKey);
-    st.bind(7, b.orgKey);
+    st.bindNoCopy(6, a.orgKey);
+    st.bindNoCopy(7, b.orgKey);
     int i = 8;
     for (const Person* p : {&a, &b}) {
-        st.bind(i++, p->last);
-        st.bind(i++, p->first);
-        st.bind(i++, p->middle);
-        st.bind(i++, p->mrn);
-        st.bind(i++, p->sex);
-        st.bind(i++, p->dob);
-        st.bind(i++, p->gid);
+        st.bindNoCopy(i++, p->last);
+        st.bindNoCopy(i++, p->first);
+        st.bindNoCopy(i++, p->middle);
+        st.bindNoCopy(i++, p->mrn);
+        st.bindNoCopy(i++, p->sex);
+        st.bindNoCopy(i++, p->dob);
+        st.bindNoCopy(i++, p->gid);
     }
 }
 

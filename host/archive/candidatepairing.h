@@ -24,7 +24,8 @@ int LowestRule(int rules);
 
 // INSERT of a whole pair row into `table` (candidate_pairs or its stand-in).
 std::string InsertSql(const std::string& table);
-// Binds the pair (either order) to a statement made from InsertSql.
+// Binds the pair (either order) to a statement made from InsertSql, without
+// copying its texts: the patients must outlive the statement's next step.
 void BindPair(SQLite::Statement& st, const CandidateRules::Person& x, const CandidateRules::Person& y, int rules);
 
 // Pair masks keyed by (lower index << 32 | higher index) into a list of people.

@@ -3,12 +3,16 @@
 #include "archivedb.h"
 
 #include <SQLiteCpp/Statement.h>
+#include <SQLiteCpp/Transaction.h>
+#include <sqlite3.h>
 
 #include <ace/Log_Msg.h>
 
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <iterator>
+#include <limits>
 #include <exception>
 #include <set>
 #include <thread>
@@ -193,18 +197,55 @@ void CandidateRebuild::ReadSnapshot()
 {
     ::ReadSnapshot snapshot(m_db);
     m_cap = CandidateStore(m_db).BlockCap();
-    m_people.clear();
-    SQLite::Statement q(m_db.Handle(), std::string("SELECT ") + CandidatePairing::kPersonColumns + " FROM patients");
-    while (q.executeStep())
-        m_people.push_back(CandidatePairing::ReadPerson(q));
+    ReadPeople();
     m_ignored.clear();
     SQLite::Statement i(m_db.Handle(), "SELECT key_a, key_b FROM ignored_pairs");
     while (i.executeStep())
         m_ignored.emplace_back(i.getColumn(0).getString(), i.getColumn(1).getString());
     std::sort(m_ignored.begin(), m_ignored.end());
-    q.reset();
     i.reset();
     snapshot.End();
+}
+
+// Two threads read half the rows each, on two connections. Their reads may
+// begin at slightly different moments: both begin after the claim, so what
+// changes in between is noted and brought in at the swap, from whatever state
+// of it was read (what was written beside the kept pairs follows what was read).
+void CandidateRebuild::ReadPeople()
+{
+    const std::string select = std::string("SELECT ") + CandidatePairing::kPersonColumns + " FROM patients WHERE ";
+    auto read = [&](SQLite::Database& db, const std::string& range, long long middle, std::vector<Person>& into) {
+        SQLite::Statement q(db, select + range);
+        q.bind(1, static_cast<int64_t>(middle));
+        while (q.executeStep())
+            into.push_back(CandidatePairing::ReadPerson(q));
+    };
+    m_people.clear();
+    // An archive held in memory has no file for a second connection.
+    const char* file = sqlite3_db_filename(m_db.Handle().getHandle(), "main");
+    if (!file || !*file) {
+        read(m_db.Handle(), "rowid <= ?", std::numeric_limits<long long>::max(), m_people);
+        return;
+    }
+    const long long middle = m_db.Handle().execAndGet("SELECT coalesce(max(rowid), 0) / 2 FROM patients").getInt64();
+    std::vector<Person> upper;
+    std::exception_ptr failed;
+    {
+        std::jthread other([&] {
+            try {
+                SQLite::Database db(file, SQLite::OPEN_READONLY | SQLITE_OPEN_NOMUTEX, 10000);
+                SQLite::Transaction snapshot(db);
+                read(db, "rowid > ?", middle, upper);
+            } catch (...) {
+                failed = std::current_exception();
+            }
+        });
+        read(m_db.Handle(), "rowid <= ?", middle, m_people);
+    }
+    if (failed)
+        std::rethrow_exception(failed);
+    m_people.reserve(m_people.size() + upper.size());
+    std::move(upper.begin(), upper.end(), std::back_inserter(m_people));
 }
 
 // The rules sharing a block are paired in one pass; the passes are shared
@@ -342,8 +383,8 @@ CandidateRebuild::Outcome CandidateRebuild::Swap()
     for (const auto& [k, n] : m_counts) {
         count.bind(1, std::get<0>(k));
         count.bind(2, std::get<1>(k));
-        count.bind(3, std::get<2>(k));
-        count.bind(4, std::get<3>(k));
+        count.bind(3, std::string(std::get<2>(k)));
+        count.bind(4, std::string(std::get<3>(k)));
         count.bind(5, static_cast<int64_t>(n));
         m_db.Write(count);
         count.reset();

@@ -5,6 +5,7 @@
 
 #include <map>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
@@ -40,6 +41,7 @@ private:
     bool Ours();
     static void LetOthersIn();
     void ReadSnapshot();
+    void ReadPeople();
     void Block();
     void WritePairs();
     void Index();
@@ -58,5 +60,5 @@ private:
     CandidatePairing::Masks m_masks;
     long long m_written = 0;
     // Pairs per reason, half and organizations of what was written.
-    std::map<std::tuple<int, int, std::string, std::string>, long long> m_counts;
+    std::map<std::tuple<int, int, std::string_view, std::string_view>, long long> m_counts;
 };

@@ -185,6 +185,12 @@ bool ValidBirthDate(const std::string& dob)
     return month != 2 || day < 29 || leap;
 }
 
+std::string Initials(const std::string& last, const std::string& first)
+{
+    const std::string x = Initial(last), y = Initial(first);
+    return std::min(x, y) + std::max(x, y);
+}
+
 std::string Initial(const std::string& text)
 {
     size_t end = text.empty() ? 0 : 1;
@@ -256,6 +262,19 @@ std::vector<std::string> NearBirthBlocks(const Person& p)
                 add(*kept, kind, letter, 'D', 4);
         }
     return blocks;
+}
+
+// The initials with four views of a real birth date: one wrong digit leaves
+// one of the first three, day and month swapped leave the fourth.
+std::vector<std::string> SimilarBirthBlocks(const Person& p)
+{
+    if (p.last.empty() || p.first.empty() || !p.dobValid)
+        return {};
+    const std::string initials = Initials(p.last, p.first) + '\x1f';
+    const std::string& d = p.dob;
+    const std::string month = d.substr(4, 2), day = d.substr(6, 2);
+    return {initials + "M" + d.substr(0, 6), initials + "D" + d.substr(0, 4) + day, initials + "B" + d.substr(4, 4),
+            initials + "S" + d.substr(0, 4) + std::min(month, day) + std::max(month, day)};
 }
 
 // Either name as written with the other name's first letter, whatever the
@@ -333,7 +352,8 @@ int SameBlockAs(int rule)
     switch (rule) {
     case kSimilarNameBirth: return kNearIdentifierBirth;
     case kNameBirthMissing:
-    case kNameBirthDigit: return kNearIdentifierName;
+    case kNameBirthDigit:
+    case kNameBirthTwoApart: return kNearIdentifierName;
     case kFirstNameNearBirth:
     case kSwappedNearBirth: return kLastNameNearBirth;
     default: return rule;
@@ -384,6 +404,7 @@ std::string BlockKey(int rule, const Person& p)
     case kNearIdentifierName:
     case kNameBirthMissing:
     case kNameBirthDigit:
+    case kNameBirthTwoApart:
         return WrittenNames(p);
     case kFirstNameBirthNoSex:
         if (p.normFirst.empty() || p.dob.empty())
@@ -402,6 +423,8 @@ std::vector<std::string> BlockKeys(int rule, const Person& p)
         return NearBirthBlocks(p);
     if (rule == kSimilarNameNoBirth)
         return NameInitialBlocks(p);
+    if (rule == kSimilarNameNearBirth)
+        return SimilarBirthBlocks(p);
     std::string block = BlockKey(rule, p);
     if (block.empty())
         return {};
@@ -433,6 +456,10 @@ bool PairHolds(int rule, const Person& x, const Person& y)
         return BirthsNear(x, y) && x.foldFirst == y.foldFirst && LastsNear(x, y);
     case kSwappedNearBirth:
         return BirthsNear(x, y) && CrossedNear(x, y);
+    case kNameBirthTwoApart:
+        return x.dobValid && y.dobValid && OneDigitApart(x.dob, y.dob.substr(0, 4) + y.dob.substr(6, 2) + y.dob.substr(4, 2));
+    case kSimilarNameNearBirth:
+        return x.dobValid && y.dobValid && BirthsNear(x, y) && SimilarNames(x, y);
     case kSimilarNameNoBirth:
         return (!x.dobValid || !y.dobValid)
             && ((x.foldLast == y.foldLast && FirstsNear(x, y)) || (x.foldFirst == y.foldFirst && LastsNear(x, y))
@@ -447,7 +474,8 @@ const char* ReasonCode(int rule)
 {
     static const char* const kCodes[] = {"", "GID", "NAMEDOB", "SOUNDDOB", "FIRSTDOBSEX", "DOBSWAP", "NAMESWAP", "NAMEYM",
                                          "GIDDOB", "GIDNAME", "FIRSTDOBNOSEX", "NAMENODOB", "NAMEDOBDIGIT", "SIMNAMEDOB",
-                                         "LASTNEARDOB", "FIRSTNEARDOB", "SWAPNEARDOB", "SIMNAMENODOB"};
+                                         "LASTNEARDOB", "FIRSTNEARDOB", "SWAPNEARDOB", "SIMNAMENODOB", "NAMEDOBTWO",
+                                         "SIMNAMENEARDOB"};
     return rule >= 1 && rule <= kCount ? kCodes[rule] : "";
 }
 
@@ -470,7 +498,9 @@ const char* DefaultReasonText(int rule)
                                          "Same Last Name, Similar First Name and Date of Birth",
                                          "Same First Name, Similar Last Name and Date of Birth",
                                          "Names Swapped, Similar Date of Birth",
-                                         "Similar Name, Date of Birth Missing or Invalid"};
+                                         "Similar Name, Date of Birth Missing or Invalid",
+                                         "Same Name, Date of Birth Two Errors Apart",
+                                         "Similar Name and Similar Date of Birth"};
     return rule >= 1 && rule <= kCount ? kTexts[rule] : "";
 }
 

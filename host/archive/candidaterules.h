@@ -39,7 +39,15 @@ constexpr int kSwappedNearBirth = 16;   // first and last name swapped, each wit
 // No birth date to block on: either name as written (in either field) with
 // the other name's first letter makes the block.
 constexpr int kSimilarNameNoBirth = 17; // one name as written, the other within two typing errors, a birth date missing
-constexpr int kCount = 17;
+// Two errors in the birth date: one digit off after day and month are put
+// back (blocks of the names as written).
+constexpr int kNameBirthTwoApart = 18;  // last + first name as written, birth dates one digit apart once day and month swap
+// Both names mistyped and the birth date near: the initials of the two names
+// (in either order) with the birth year and month, the birth year and day,
+// the birth month and day, or the birth year and the month and day either
+// way round make the blocks.
+constexpr int kSimilarNameNearBirth = 19; // last and first name within two typing errors each, birth dates near
+constexpr int kCount = 19;
 
 // A block larger than this yields no pairs for its rule (site setting).
 constexpr int kDefaultBlockCap = 50;
@@ -81,6 +89,8 @@ BRAVIK_ARCHIVE_EXPORT bool OneTypingErrorApart(const std::string& x, const std::
 BRAVIK_ARCHIVE_EXPORT bool WithinEdits(const std::string& x, const std::string& y, int most);
 // A YYYYMMDD text that names a real day.
 BRAVIK_ARCHIVE_EXPORT bool ValidBirthDate(const std::string& dob);
+// The initials of the two names, the lower first (ASCII letters upper-cased).
+BRAVIK_ARCHIVE_EXPORT std::string Initials(const std::string& last, const std::string& first);
 // Equal, one digit apart, day and month swapped, or either no date.
 BRAVIK_ARCHIVE_EXPORT bool BirthDatesNear(const std::string& x, const std::string& y);
 // The first and the last character (UTF-8) of a text, ASCII letters upper-cased.

@@ -184,6 +184,7 @@ std::vector<Person> CandidateStore::Neighbours(const Person& p)
         nearBirth(column, p.first);
     }
     NameInitialNeighbours(p, collect);
+    InitialsNeighbours(p, collect);
     std::vector<Person> out;
     out.reserve(found.size());
     for (auto& [key, person] : found)
@@ -212,6 +213,33 @@ void CandidateStore::NameInitialNeighbours(const Person& p, const std::function<
             collect(q);
         }
     }
+}
+
+// The initials of both names with the birth year and month, year and day, or
+// month and day (the initials index); the same or swapped birth date is read above.
+void CandidateStore::InitialsNeighbours(const Person& p, const std::function<void(SQLite::Statement&)>& collect)
+{
+    if (p.last.empty() || p.first.empty() || !p.dobValid)
+        return;
+    const std::string initials = CandidateRules::Initials(p.last, p.first);
+    const std::string lower = initials.substr(0, CandidateRules::Initial(initials).size());
+    const std::string upper = initials.substr(lower.size());
+    const std::string select = std::string("SELECT ") + kPersonColumns
+                             + " FROM patients WHERE min(upper(substr(last_name, 1, 1)), upper(substr(first_name, 1, 1)))"
+                               " = ?1 AND max(upper(substr(last_name, 1, 1)), upper(substr(first_name, 1, 1))) = ?2"
+                               " AND dob <> '' AND ";
+    auto run = [&](const std::string& condition, const std::vector<std::string>& values) {
+        auto& q = m_db.Prepare(select + condition);
+        q.bind(1, lower);
+        q.bind(2, upper);
+        for (size_t i = 0; i < values.size(); ++i)
+            q.bind(static_cast<int>(i + 3), values[i]);
+        collect(q);
+    };
+    const std::string& d = p.dob;
+    run("dob >= ?3 AND dob < ?4", {d.substr(0, 6), d.substr(0, 6) + ":"});
+    run("dob >= ?3 AND dob < ?4 AND substr(dob, 7, 2) = ?5", {d.substr(0, 4), d.substr(0, 4) + ":", d.substr(6, 2)});
+    run("substr(dob, 5, 4) = ?3", {d.substr(4, 4)});
 }
 
 bool CandidateStore::HeldElsewhere(int rule, const Person& x, const Person& y, const std::string& block, int cap)

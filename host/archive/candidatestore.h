@@ -59,10 +59,12 @@ private:
     bool LoadPerson(const std::string& key, CandidateRules::Person& p);
     // Patients that can share a block with `p`: same identifier, same or swapped
     // birth date, same names as written, one name as written born the same year
-    // or day, one name as written with the other's first letter.
+    // or day, one name as written with the other's first letter, the initials
+    // of both names born in a near month or day.
     std::vector<CandidateRules::Person> Neighbours(const CandidateRules::Person& p);
     // Whether x and y share another block of `rule` than `block` that is within the cap.
     void NameInitialNeighbours(const CandidateRules::Person& p, const std::function<void(SQLite::Statement&)>& collect);
+    void InitialsNeighbours(const CandidateRules::Person& p, const std::function<void(SQLite::Statement&)>& collect);
     bool HeldElsewhere(int rule, const CandidateRules::Person& x, const CandidateRules::Person& y,
                        const std::string& block, int cap);
     bool Excluded(const CandidateRules::Person& x, const CandidateRules::Person& y);

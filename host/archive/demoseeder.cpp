@@ -112,6 +112,8 @@ const Code kLinkMergeReasons[] = {{CandidateReasonCode::SharedIdentifier, "Same 
                                   {"FIRSTNEARDOB", "Same First Name, Similar Last Name and Date of Birth"},
                                   {"SWAPNEARDOB", "Names Swapped, Similar Date of Birth"},
                                   {"SIMNAMENODOB", "Similar Name, Date of Birth Missing or Invalid"},
+                                  {"NAMEDOBTWO", "Same Name, Date of Birth Two Errors Apart"},
+                                  {"SIMNAMENEARDOB", "Similar Name and Similar Date of Birth"},
                                   {"DUP", "Duplicate"},
                                   {"REG", "Registration error"},
                                   {"TYPO", "Typing error in demographics"},

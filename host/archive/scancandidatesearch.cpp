@@ -10,6 +10,7 @@
 #include <sqlite3.h>
 
 #include <functional>
+#include <vector>
 
 namespace {
 
@@ -54,13 +55,13 @@ std::string ValidDate(const std::string& column)
 }
 
 // Two eight-character dates that differ at exactly one place.
-std::string OneDigitApart()
+std::string OneDigitApart(const std::string& a = "a.dob", const std::string& b = "b.dob")
 {
     std::string differ;
     for (int i = 1; i <= 8; ++i)
-        differ += std::string(i > 1 ? " + " : "") + "(substr(a.dob, " + std::to_string(i) + ", 1) <> substr(b.dob, "
+        differ += std::string(i > 1 ? " + " : "") + "(substr(" + a + ", " + std::to_string(i) + ", 1) <> substr(" + b + ", "
                 + std::to_string(i) + ", 1))";
-    return "length(a.dob) = 8 AND length(b.dob) = 8 AND " + differ + " = 1";
+    return "length(" + a + ") = 8 AND length(" + b + ") = 8 AND " + differ + " = 1";
 }
 
 } // namespace
@@ -162,6 +163,49 @@ std::string SimilarNameNoBirth(const std::function<std::string(const std::string
     return out;
 }
 
+// The initials of both names (lower first) with four views of a real birth
+// date: year and month, year and day, month and day, year with month and day
+// either way round.
+std::string SimilarNameNearBirth(const std::function<std::string(const std::string&)>& within)
+{
+    auto initial = [](const std::string& t, const char* f) {
+        return std::string(f) + "(upper(substr(" + t + ".last_name, 1, 1)), upper(substr(" + t + ".first_name, 1, 1)))";
+    };
+    auto near = [](const std::string& x, const std::string& y) { return "bravik_two_edits(" + x + ", " + y + ")"; };
+    const std::string similar = "bravik_norm(a.last_name) <> '' AND bravik_norm(a.first_name) <> ''"
+                                " AND bravik_norm(b.last_name) <> '' AND bravik_norm(b.first_name) <> '' AND (("
+                              + near("a.last_name", "b.last_name") + " AND " + near("a.first_name", "b.first_name") + ") OR ("
+                              + near("a.last_name", "b.first_name") + " AND " + near("a.first_name", "b.last_name") + "))";
+    auto part = [](const std::string& t, int from, int length) {
+        return "substr(" + t + ".dob, " + std::to_string(from) + ", " + std::to_string(length) + ")";
+    };
+    auto mmdd = [&](const std::string& t, const char* f) {
+        return std::string(f) + "(" + part(t, 5, 2) + ", " + part(t, 7, 2) + ")";
+    };
+    const std::vector<std::function<std::string(const std::string&)>> views = {
+        [&](const std::string& t) { return part(t, 1, 6) + " = " + part("a", 1, 6); },
+        [&](const std::string& t) { return part(t, 1, 4) + " = " + part("a", 1, 4) + " AND " + part(t, 7, 2) + " = " + part("a", 7, 2); },
+        [&](const std::string& t) { return part(t, 5, 4) + " = " + part("a", 5, 4); },
+        [&](const std::string& t) {
+            return part(t, 1, 4) + " = " + part("a", 1, 4) + " AND " + mmdd(t, "min") + " = " + mmdd("a", "min") + " AND "
+                 + mmdd(t, "max") + " = " + mmdd("a", "max");
+        }};
+    std::string out;
+    for (const auto& view : views) {
+        // a's block: a's initials with this view of a's birth date.
+        auto member = [&](const std::string& t) {
+            return t + ".last_name <> '' AND " + t + ".first_name <> '' AND " + ValidDate(t + ".dob") + " AND "
+                 + initial(t, "min") + " = " + initial("a", "min") + " AND " + initial(t, "max") + " = "
+                 + initial("a", "max") + " AND " + view(t);
+        };
+        out += " UNION ALL SELECT a.patient_key, b.patient_key, " + std::to_string(CandidateRules::kSimilarNameNearBirth)
+             + " FROM patients a JOIN patients b ON a.patient_key < b.patient_key AND " + member("b")
+             + " WHERE a.last_name <> '' AND a.first_name <> '' AND " + ValidDate("a.dob") + " AND " + BirthDatesNear()
+             + " AND " + similar + within(member("z"));
+    }
+    return out;
+}
+
 // The rules for typing errors, missing values and near identifiers.
 std::string NewerRules(const std::string& same, const std::function<std::string(const std::string&)>& within)
 {
@@ -182,7 +226,9 @@ std::string NewerRules(const std::string& same, const std::function<std::string(
            "  AND bravik_norm(b.last_name) <> '' AND bravik_norm(b.first_name) <> '' AND (("
          + near("a.last_name", "b.last_name") + " AND " + near("a.first_name", "b.first_name") + ") OR ("
          + near("a.last_name", "b.first_name") + " AND " + near("a.first_name", "b.last_name") + "))" + within("z.dob = a.dob")
-         + NearBirth(within) + SimilarNameNoBirth(within);
+         + rule(18) + written + " AND " + ValidDate("a.dob") + " AND " + ValidDate("b.dob") + " AND "
+         + OneDigitApart("a.dob", "(substr(b.dob, 1, 4) || substr(b.dob, 7, 2) || substr(b.dob, 5, 2))") + writtenBlock
+         + NearBirth(within) + SimilarNameNoBirth(within) + SimilarNameNearBirth(within);
 }
 
 } // namespace

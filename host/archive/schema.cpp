@@ -508,8 +508,9 @@ UPDATE candidate_state SET fresh = 0;
 // CandidateRebuild). While a rebuild runs, each patient or ignored pair that
 // changes is noted, so the swap can bring the new pairs up to date for it.
 // `last` counts the rebuilds ever started; `running` is the one under way, 0
-// for none. A rule was added (similar names, a birth date missing): the kept
-// pairs are recomputed when the archive is next opened.
+// for none. Rules were added (similar names with a birth date missing, near,
+// or two errors apart): the kept pairs are recomputed when the archive is next
+// opened. The upkeep finds patients by the initials of their names.
 const char* const kV10 = R"SQL(
 CREATE TABLE IF NOT EXISTS candidate_rebuild (
   id INTEGER PRIMARY KEY CHECK (id = 1),
@@ -537,6 +538,9 @@ BEGIN INSERT INTO candidate_changes(patient_key) VALUES (NEW.key_a), (NEW.key_b)
 CREATE TRIGGER IF NOT EXISTS candidates_noted_on_unignore AFTER DELETE ON ignored_pairs
 WHEN (SELECT running FROM candidate_rebuild WHERE id = 1) <> 0
 BEGIN INSERT INTO candidate_changes(patient_key) VALUES (OLD.key_a), (OLD.key_b); END;
+CREATE INDEX IF NOT EXISTS patients_by_initials ON patients(
+  min(upper(substr(last_name, 1, 1)), upper(substr(first_name, 1, 1))),
+  max(upper(substr(last_name, 1, 1)), upper(substr(first_name, 1, 1))), dob) WHERE dob <> '';
 UPDATE candidate_state SET fresh = 0;
 )SQL";
 

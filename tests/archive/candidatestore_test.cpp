@@ -125,6 +125,8 @@ protected:
     const std::string kFirstNearDob = "Same First Name, Similar Last Name and Date of Birth";
     const std::string kSwappedNearDob = "Names Swapped, Similar Date of Birth";
     const std::string kSimilarNameNoDob = "Similar Name, Date of Birth Missing or Invalid";
+    const std::string kNameDobTwoApart = "Same Name, Date of Birth Two Errors Apart";
+    const std::string kSimilarNameNearDob = "Similar Name and Similar Date of Birth";
 };
 
 TEST_F(CandidateStoreTest, RuleHelpers)
@@ -341,6 +343,49 @@ TEST_F(CandidateStoreTest, SimilarNamesWithABirthDateMissingArePairedAndKept)
     ExpectSameAsRebuild("block back under the cap");
 }
 
+// Two errors at once: the birth date's day and month swapped and a digit
+// off under the same names, or both names mistyped and the birth date near.
+TEST_F(CandidateStoreTest, TwoErrorsInTheNamesOrTheBirthDateArePairedAndKept)
+{
+    const std::string t1 = P(m_north, "Trattberg", "Braina", "F", "20210204");
+    const std::string t2 = P(m_north, "Trattberg", "Braina", "F", "20210407");
+    Rebuild();
+    const std::string k1 = Create(Record(m_north, "2001", "Kindman", "Pouso", "M", 1990, 11, 6));
+    const std::string k2 = Create(Record(m_south, "2002", "Kindrnan", "Povso", "M", 1090, 11, 6));
+    // Near misses: the same names born too far apart, and a third name.
+    Create(Record(m_north, "2003", "Kindman", "Pouso", "M", 1990, 12, 31));
+    Create(Record(m_north, "2004", "Quist", "Pouso", "F", 1990, 11, 6));
+    auto sorted = [](std::vector<std::string> v) {
+        std::sort(v.begin(), v.end());
+        return v;
+    };
+    const auto expected = sorted({Row(t1, t2, kNameDobTwoApart), Row(k1, k2, kSimilarNameNearDob)});
+    EXPECT_EQ(sorted(Rows()), expected);
+    ExpectSameAsRebuild("create");
+    for (const auto& reason : {kNameDobTwoApart, kSimilarNameNearDob}) {
+        MergeLinkCandidatesQueryDataSet q;
+        q.SetReason(reason.c_str());
+        EXPECT_EQ(Search(q).second, 1) << reason;
+    }
+    std::vector<CandidatePair> straight;
+    long long straightTotal = -1;
+    CandidateCriteria all;
+    ScanCandidateSearch(Db()).Find(all, straight, straightTotal);
+    EXPECT_EQ(straightTotal, 2);
+    std::vector<int> reasons;
+    for (const auto& pair : straight)
+        reasons.push_back(pair.reasonKind);
+    std::sort(reasons.begin(), reasons.end());
+    EXPECT_EQ(reasons, (std::vector<int>{CandidateRules::kNameBirthTwoApart, CandidateRules::kSimilarNameNearBirth}));
+
+    // A third typing error in a name ends the pair.
+    PatientDetailRecord r = Get(k2);
+    r.SetName(BPersonName("Kindrnan", "Povsky", "", "", ""));
+    ASSERT_EQ(Svc().ModifyPatient(&r), 0);
+    EXPECT_EQ(Rows(), (std::vector<std::string>{Row(t1, t2, kNameDobTwoApart)}));
+    ExpectSameAsRebuild("a third typing error");
+}
+
 // The registration-error rules are kept as patients are created, changed,
 // merged, linked, unlinked, ignored and deleted.
 TEST_F(CandidateStoreTest, RegistrationErrorPairsAreKeptThroughEveryWrite)
@@ -404,7 +449,7 @@ TEST_F(CandidateStoreTest, ALowerRuleNamesAPairMatchedByMany)
     Rebuild();
     EXPECT_EQ(Rows(), (std::vector<std::string>{Row(a, b, kSsn)}));
     EXPECT_EQ(Text("SELECT rules FROM candidate_pairs"), std::to_string((1 << 1) | (1 << 2) | (1 << 3) | (1 << 4) | (1 << 7)
-                                                                        | (1 << 13) | (1 << 14) | (1 << 15)));
+                                                                        | (1 << 13) | (1 << 14) | (1 << 15) | (1 << 19)));
 }
 
 TEST_F(CandidateStoreTest, ReasonTextsFollowTheDictionary)
