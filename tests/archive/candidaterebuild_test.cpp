@@ -23,21 +23,9 @@
 
 namespace {
 
-class CandidateRebuildTest : public ArchiveFixture
+class CandidateRebuildTest : public TwoWorkstationFixture
 {
 protected:
-    void SetUp() override
-    {
-        ArchiveFixture::SetUp();
-        m_other = std::make_unique<OtherWorkstation>(Path());
-    }
-    void TearDown() override
-    {
-        m_other.reset();
-        ArchiveFixture::TearDown();
-    }
-    OtherWorkstation& Other() { return *m_other; }
-
     // Patients alike enough to pair by most rules, half of them in each hospital.
     std::vector<std::string> Populate(std::mt19937_64& rng, int count)
     {
@@ -130,6 +118,18 @@ protected:
         tx.Commit();
     }
 
+    // Rebuilds, counting its attempts; `meanwhile(attempt)` runs whenever it reports `step`.
+    long long RebuildCounting(const std::string& step, const std::function<void(int)>& meanwhile, int& attempts)
+    {
+        attempts = 0;
+        return CandidateStore(Db()).Rebuild([&](int, int, const char* what) {
+            if (std::string(what) == "reading patients")
+                ++attempts;
+            if (step == what)
+                meanwhile(attempts);
+        });
+    }
+
     // Runs `meanwhile` when the rebuild reports `step` (its first time only).
     static CandidateStore::Progress At(const std::string& step, std::function<void()> meanwhile)
     {
@@ -141,8 +141,6 @@ protected:
             }
         };
     }
-
-    std::unique_ptr<OtherWorkstation> m_other;
 };
 
 TEST_F(CandidateRebuildTest, AnotherWorkstationSavesBeforeEachOfTheRebuildsTransactions)
@@ -220,12 +218,10 @@ TEST_F(CandidateRebuildTest, TooManyChangesStartItAgain)
     std::mt19937_64 rng(5);
     Populate(rng, 20);
     int attempts = 0;
-    const long long pairs = CandidateStore(Db()).Rebuild([&](int, int, const char* what) {
-        if (std::string(what) == "reading patients")
-            ++attempts;
-        if (std::string(what) == "writing pairs" && attempts == 1)
+    const long long pairs = RebuildCounting("writing pairs", [&](int attempt) {
+        if (attempt == 1)
             BulkLoad("first");
-    });
+    }, attempts);
     EXPECT_EQ(attempts, 2);
     EXPECT_GT(pairs, 0);
     ExpectTidy();
@@ -238,11 +234,8 @@ TEST_F(CandidateRebuildTest, AnArchiveThatKeepsChangingIsLeftToTheStraightQuery)
     Populate(rng, 20);
     int attempts = 0;
     LogCapture log;
-    const long long pairs = CandidateStore(Db()).Rebuild([&](int, int, const char* what) {
-        if (std::string(what) != "finishing")
-            return;
-        BulkLoad("attempt" + std::to_string(++attempts));
-    });
+    const long long pairs =
+        RebuildCounting("finishing", [&](int attempt) { BulkLoad("attempt" + std::to_string(attempt)); }, attempts);
     EXPECT_EQ(pairs, -1);
     EXPECT_EQ(attempts, CandidateRebuild::kAttempts);
     EXPECT_TRUE(log.Contains(LM_WARNING,
@@ -265,12 +258,10 @@ TEST_F(CandidateRebuildTest, ABlockCapChangedMeanwhileStartsItAgainWithTheNewCap
     for (int i = 0; i < 3; ++i)
         NorthPatient("Brown", "Ann", "19800505");
     int attempts = 0;
-    const long long pairs = CandidateStore(Db()).Rebuild([&](int, int, const char* what) {
-        if (std::string(what) == "reading patients")
-            ++attempts;
-        if (std::string(what) == "indexing" && attempts == 1)
+    const long long pairs = RebuildCounting("indexing", [&](int attempt) {
+        if (attempt == 1)
             CandidateStore(Other().db).SetBlockCap(2);
-    });
+    }, attempts);
     EXPECT_EQ(attempts, 2);
     EXPECT_EQ(pairs, 0);
     EXPECT_EQ(CandidateStore(Db()).BlockCap(), 2);

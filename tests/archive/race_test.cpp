@@ -33,22 +33,10 @@ bool Logged(const LogCapture& log, const std::string& words)
     return false;
 }
 
-class RaceTest : public ArchiveFixture
+class RaceTest : public TwoWorkstationFixture
 {
 protected:
-    void SetUp() override
-    {
-        ArchiveFixture::SetUp();
-        m_other = std::make_unique<OtherWorkstation>(Path());
-    }
-    void TearDown() override
-    {
-        m_other.reset();
-        ArchiveFixture::TearDown();
-    }
-
     SqlitePatientService& Patients() { return Arc().Patients(); }
-    OtherWorkstation& Other() { return *m_other; }
 
     // Runs `other` on the other workstation just before this workstation's
     // next write transaction takes the lock; `other` must succeed.
@@ -80,8 +68,6 @@ protected:
         const auto findings = ArchiveChecker(Db()).Run();
         EXPECT_TRUE(findings.empty()) << findings.front();
     }
-
-    std::unique_ptr<OtherWorkstation> m_other;
 };
 
 TEST_F(RaceTest, TwoMergesOfOnePairInOppositeDirectionsKeepOnePatient)
