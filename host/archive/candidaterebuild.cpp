@@ -373,7 +373,13 @@ CandidateRebuild::Outcome CandidateRebuild::Swap()
         return Outcome::Again;
     const auto triggers =
         Column(m_db, "SELECT sql FROM sqlite_master WHERE type = 'trigger' AND tbl_name = 'candidate_pairs'");
+    // The old pairs copy demographics the patients table still holds; their
+    // pages go to the free list unwiped (the next rebuild writes over them)
+    // rather than each written again as zeros inside this transaction.
+    const int wiping = m_db.Handle().execAndGet("PRAGMA secure_delete").getInt();
+    m_db.Exec("PRAGMA secure_delete = FAST");
     m_db.Exec("DROP TABLE candidate_pairs");
+    m_db.Exec("PRAGMA secure_delete = " + std::to_string(wiping));
     m_db.Exec(std::string("ALTER TABLE ") + kSide + " RENAME TO candidate_pairs");
     for (const auto& trigger : triggers)
         m_db.Exec(trigger);

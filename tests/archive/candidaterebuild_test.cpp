@@ -159,6 +159,7 @@ TEST_F(CandidateRebuildTest, AnotherWorkstationSavesBeforeEachOfTheRebuildsTrans
         Db().BeforeNextWrite(save);
     };
     Db().BeforeNextWrite(save);
+    const long long wiping = Count("PRAGMA secure_delete");
     int steps = 0;
     const long long pairs = CandidateStore(Db()).Rebuild([&](int, int, const char*) {
         save();
@@ -166,6 +167,7 @@ TEST_F(CandidateRebuildTest, AnotherWorkstationSavesBeforeEachOfTheRebuildsTrans
     });
     Db().BeforeNextWrite({});
     EXPECT_GT(pairs, 0);
+    EXPECT_EQ(Count("PRAGMA secure_delete"), wiping) << "the connection's setting is as it was";
     EXPECT_EQ(steps, CandidateRules::kCount + 5);
     // The claim, the side table, each index and the swap are transactions of their own.
     const long long indexes =
