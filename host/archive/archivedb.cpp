@@ -82,6 +82,11 @@ void ArchiveDb::SetBusyTimeout(int ms)
     sqlite3_busy_handler(m_db->getHandle(), &ArchiveDb::OnBusy, this);
 }
 
+void ArchiveDb::LetOthersWrite()
+{
+    std::this_thread::sleep_for(std::chrono::milliseconds(3));
+}
+
 // SQLite's own handler sleeps longer and longer, up to 100 ms a try, so a
 // workstation waiting behind a run of short transactions (a rebuild's) could
 // sleep through every gap between them. This one looks again every

@@ -72,6 +72,10 @@ public:
     // How long a statement waits for another connection's write lock before
     // the archive is reported busy.
     void SetBusyTimeout(int ms);
+    // A pause for long work between its write transactions, long enough for
+    // a workstation waiting to save to take the lock (it looks again every
+    // millisecond, see OnBusy).
+    static void LetOthersWrite();
 
     // Once a read or write has found damaged pages, the connection takes no
     // more writes: carrying on could spread the damage.

@@ -178,14 +178,7 @@ void CandidateRebuild::Claim()
     m_db.Exec(std::string("DROP TABLE IF EXISTS ") + kSide);
     m_db.Exec("DELETE FROM candidate_changes");
     tx.Commit();
-    LetOthersIn();
-}
-
-// A pause after each of the rebuild's commits, long enough for a workstation
-// waiting to save to take the lock (it looks again every millisecond).
-void CandidateRebuild::LetOthersIn()
-{
-    std::this_thread::sleep_for(std::chrono::milliseconds(3));
+    ArchiveDb::LetOthersWrite();
 }
 
 bool CandidateRebuild::Ours()
@@ -335,7 +328,7 @@ void CandidateRebuild::WritePairs()
             ++m_counts[{CandidatePairing::LowestRule(list[i].second), a.orgKey == b.orgKey ? 1 : 0, a.orgKey, b.orgKey}];
         }
         tx.Commit();
-        LetOthersIn();
+        ArchiveDb::LetOthersWrite();
     }
 }
 
@@ -356,7 +349,7 @@ void CandidateRebuild::Index()
             throw Superseded();
         m_db.Exec("CREATE INDEX " + OtherIndexName(name) + " ON " + kSide + FromParenthesis(sql));
         tx.Commit();
-        LetOthersIn();
+        ArchiveDb::LetOthersWrite();
     }
 }
 

@@ -39,7 +39,6 @@ private:
     Outcome Attempt();
     void Claim();
     bool Ours();
-    static void LetOthersIn();
     void ReadSnapshot();
     void ReadPeople();
     void Block();

@@ -694,7 +694,7 @@ void DemoSeeder::Seed(const SeedOptions& options, const Progress& progress)
         // A second seeding of the same file continues with fresh keys.
         Impl impl(m_db, options.seed * 1000003ULL + static_cast<std::uint64_t>(existing));
         impl.LoadOrgs();
-        const int batch = options.batchSize > 0 ? options.batchSize : 5000;
+        const int batch = options.batchSize > 0 ? options.batchSize : SeedOptions().batchSize;
         int done = 0;
         while (done < options.patients) {
             const int end = std::min(options.patients, done + batch);
@@ -704,6 +704,7 @@ void DemoSeeder::Seed(const SeedOptions& options, const Progress& progress)
                 impl.Patient(existing + i, options.duplicateRate, options.linkedRate);
             impl.SaveCounters();
             tx.Commit();
+            ArchiveDb::LetOthersWrite();
             done = end;
             if (progress)
                 progress(done, options.patients);

@@ -17,7 +17,9 @@ struct SeedOptions
     // Share of patients that also have a linked record in another organization.
     double linkedRate = 0.05;
     std::uint64_t seed = 1;
-    int batchSize = 5000;
+    // Patients one write transaction adds: few enough that another
+    // workstation's save waits a fraction of a second at most.
+    int batchSize = 1000;
 };
 
 // Fills an archive with a believable site. Deterministic for a seed: the same

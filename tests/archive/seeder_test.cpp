@@ -10,6 +10,8 @@
 #include <duplicatepatientrecord.h>
 #include <mergelinkcandidatesquerydataset.h>
 
+#include <functional>
+
 #include <unistd.h>
 
 namespace {
@@ -71,6 +73,31 @@ TEST_F(SeederTest, TheSiteHasOrganizationsUsersRightsAndEveryDictionary)
     for (const char* table : {"providers", "exam_codes", "exam_code_modifiers", "locations", "performing_resources"})
         EXPECT_GT(Count(db, std::string("SELECT count(*) FROM ") + table), 0) << table;
     EXPECT_TRUE(ArchiveChecker(db).Run().empty());
+}
+
+// Seeding is long work: another workstation writes between its transactions
+// without waiting at all (a save that found the lock taken would fail).
+TEST_F(SeederTest, AnotherWorkstationWritesBetweenTheBatches)
+{
+    ArchiveDb db(File("demo.db"));
+    ArchiveDb other(File("demo.db"));
+    other.SetBusyTimeout(0);
+    other.Exec("CREATE TABLE IF NOT EXISTS other_writes (n INTEGER)");
+    int writes = 0;
+    std::function<void()> write = [&] {
+        WriteTransaction tx(other);
+        other.Exec("INSERT INTO other_writes VALUES (1)");
+        tx.Commit();
+        ++writes;
+        db.BeforeNextWrite(write);
+    };
+    SeedOptions options;
+    options.patients = 300;
+    options.batchSize = 100;
+    DemoSeeder(db).Seed(options, [&](int, int) { write(); });
+    db.BeforeNextWrite({});
+    EXPECT_GE(writes, 6) << "before each of the three batches and after each";
+    EXPECT_EQ(Count(other, "SELECT count(*) FROM other_writes"), writes);
 }
 
 TEST_F(SeederTest, PatientsWithExamsStudiesDuplicatesAndLinksPassTheCheck)

@@ -150,9 +150,11 @@ TEST_F(PatientArchiveTest, EditCorrectALinkedMrnThenRemoveALinkInALaterSession)
     EXPECT_EQ(IDOK, Edit(n, [&](PatientForm& f) {
         f.Type(IDC_PAT_FIRST, "Adaeze");
         f.Tab("Links");
-        for (int row = 0; row < f.LinkedRows(); ++row)
-            if (f.LinkedCell(row, CLinkPatientImpl::COL_ORGANIZATION) == "SOUTH")
+        for (int row = 0; row < f.LinkedRows(); ++row) {
+            if (f.LinkedCell(row, CLinkPatientImpl::COL_ORGANIZATION) == "SOUTH") {
                 ASSERT_TRUE(f.EditLinkedMRN(row, "S-2"));
+            }
+        }
         f.ClickOK();
     }));
     EXPECT_STREQ("Adaeze", Read(n).GetFirstName().c_str());

@@ -149,8 +149,8 @@ TEST_F(PatientDlgTest, TheVipLineNeedsOption49AndAnUnreadableCodeIsLogged)
     EXPECT_NE(CString("VIP Status Code: X"), lastLine());
     bool logged = false;
     for (const LogLine& line : log->Lines(LM_DEBUG))
-        logged = logged || line.text.find("Function: VIPUtil::StringToVIPStatusCode, Line: ") == 0
-                               && line.text.find(" Invalid VIP status code - X\n") != std::string::npos;
+        logged = logged || (line.text.find("Function: VIPUtil::StringToVIPStatusCode, Line: ") == 0
+                                && line.text.find(" Invalid VIP status code - X\n") != std::string::npos);
     EXPECT_TRUE(logged);
     Options::SetOption(Options::OPT_VIP_STATUS, false);
 }
