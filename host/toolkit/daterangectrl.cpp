@@ -1,11 +1,12 @@
 #include "daterangectrl.h"
 
+#include "dropdownfield.h"
+
 #include "qtconvert.h"
 
 #include <QDateEdit>
 #include <QDialogButtonBox>
 #include <QFormLayout>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
@@ -16,16 +17,8 @@ const char* const DateRangeCtrl::DATE_SEP = " - ";
 
 DateRangeCtrl::DateRangeCtrl(QWidget* parent) : QWidget(parent), m_edit(new QLineEdit(this)), m_drop(new QToolButton(this))
 {
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(m_edit, 1);
-    layout->addWidget(m_drop);
-    m_drop->setArrowType(Qt::DownArrow);
-    m_drop->setFocusPolicy(Qt::NoFocus);
+    LayOutDropDownField(this, m_edit, m_drop);
     m_drop->setAutoRaise(true);
-    setFocusProxy(m_edit);
-    m_edit->installEventFilter(this);
     connect(m_edit, &QLineEdit::textChanged, this, &DateRangeCtrl::changed);
     connect(m_drop, &QToolButton::clicked, this, &DateRangeCtrl::openPicker);
 }

@@ -1,11 +1,11 @@
 #include "datetimeeditctrl.h"
 
 #include "dialogtemplate.h"
+#include "dropdownfield.h"
 #include "messagebox.h"
 #include "qtconvert.h"
 
 #include <QCalendarWidget>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
@@ -24,17 +24,9 @@ DateTimeEditCtrl::DateTimeEditCtrl(QWidget* parent)
     : QWidget(parent), m_edit(new QLineEdit(this)), m_drop(new QToolButton(this))
 {
     (void)g_registered;
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(m_edit, 1);
-    layout->addWidget(m_drop);
-    m_drop->setArrowType(Qt::DownArrow);
-    m_drop->setFocusPolicy(Qt::NoFocus);
+    LayOutDropDownField(this, m_edit, m_drop);
     m_drop->setToolTip(tr("Choose from the calendar (F4)"));
-    setFocusProxy(m_edit);
     setFocusPolicy(Qt::StrongFocus);
-    m_edit->installEventFilter(this);
     connect(m_edit, &QLineEdit::textChanged, this, &DateTimeEditCtrl::changed);
     connect(m_drop, &QToolButton::clicked, this, &DateTimeEditCtrl::DropDown);
 }

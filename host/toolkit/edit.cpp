@@ -1,5 +1,7 @@
 #include "edit.h"
 
+#include "cdialog.h"
+
 #include "normaleditvalidator.h"
 #include "requiredmark.h"
 
@@ -43,3 +45,14 @@ void Edit::SetRequiredFlag(bool required)
 bool Edit::IsRequiredMarkShown() const { return m_mark->IsShown(); }
 
 bool Edit::IsValid() const { return !m_validator || m_validator->IsValid(GetWindowText()); }
+
+std::vector<std::unique_ptr<NormalEditValidator>> PlainValidators(const CDialog& dialog, std::span<const int> ids)
+{
+    std::vector<std::unique_ptr<NormalEditValidator>> validators;
+    for (const int id : ids) {
+        validators.push_back(std::make_unique<NormalEditValidator>(nullptr, false, true));
+        if (auto* edit = dialog.GetDlgItemAs<Edit>(id))
+            edit->SetValidator(validators.back().get());
+    }
+    return validators;
+}

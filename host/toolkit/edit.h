@@ -9,6 +9,11 @@
 
 #include "cedit.h"
 
+#include <memory>
+#include <span>
+#include <vector>
+
+class CDialog;
 class NormalEditValidator;
 class RequiredMark;
 
@@ -38,3 +43,8 @@ private:
     RequiredMark* m_mark;
     bool m_required = false;
 };
+
+// Gives each Edit of `dialog` named in `ids` a plain validator (not required,
+// blanks trimmed). The dialog keeps what this returns for as long as it lives.
+BRAVIK_TOOLKIT_EXPORT std::vector<std::unique_ptr<NormalEditValidator>> PlainValidators(const CDialog& dialog,
+                                                                                      std::span<const int> ids);

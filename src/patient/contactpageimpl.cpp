@@ -42,11 +42,7 @@ ContactPageImpl::ContactPageImpl(PatientDetailRecord* record, bool editMode, CWn
       m_strEmail(record->GetEmailAddress().c_str())
 {
     setObjectName(QStringLiteral("ContactPageImpl"));
-    for (int id : kEdits) {
-        m_validators.push_back(std::make_unique<NormalEditValidator>(nullptr, false, true));
-        if (auto* edit = GetDlgItemAs<Edit>(id))
-            edit->SetValidator(m_validators.back().get());
-    }
+    m_validators = PlainValidators(*this, kEdits);
     if (ComboBox* box = Countries())
         connect(box, &CComboBox::selectionChanged, this, &ContactPageImpl::OnSelchangeCountry);
 }

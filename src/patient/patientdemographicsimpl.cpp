@@ -55,11 +55,7 @@ PatientDemographicsImpl::PatientDemographicsImpl(PatientDetailRecord* record, bo
     : CDialog(IDD_PATIENT_DEMOGRAPHICS, parent), m_pRecord(record), m_bEditMode(editMode)
 {
     setObjectName(QStringLiteral("PatientDemographicsImpl"));
-    for (int id : kTextEdits) {
-        m_validators.push_back(std::make_unique<NormalEditValidator>(nullptr, false, true));
-        if (auto* edit = GetDlgItemAs<Edit>(id))
-            edit->SetValidator(m_validators.back().get());
-    }
+    m_validators = PlainValidators(*this, kTextEdits);
 }
 
 PatientDemographicsImpl::~PatientDemographicsImpl() = default;

@@ -42,6 +42,18 @@ void AddField(DialogTemplate& tpl, const StringTable& strings, int labelId, cons
                             className});
 }
 
+// A column of fields from `firstRow` down; lists get `listWidth` (0: the
+// fields' width).
+template <size_t N>
+void AddColumn(DialogTemplate& tpl, const StringTable& s, const Row (&rows)[N], int x, int firstRow, int labelWidth,
+               int fieldWidth, int listWidth = 0)
+{
+    int row = firstRow;
+    for (const Row& r : rows)
+        AddField(tpl, s, r.label, r.labelSymbol, r.text, r.field, r.fieldSymbol, r.className, x, row++, labelWidth,
+                 listWidth && r.className == ComboBox::ClassName ? listWidth : fieldWidth, r.style);
+}
+
 DialogTemplate DemographicsTemplate(const StringTable& s)
 {
     DialogTemplate tpl{"", 344, 285, "Arial", 10, {}};
@@ -63,9 +75,7 @@ DialogTemplate DemographicsTemplate(const StringTable& s)
         {IDC_PAT_GENDER_LABEL, "IDC_PAT_GENDER_LABEL", IDS_PATIENT_GENDER, IDC_PAT_GENDER, "IDC_PAT_GENDER", ComboBox::ClassName, kList},
         {IDC_PAT_DOB_LABEL, "IDC_PAT_DOB_LABEL", IDS_PATIENT_DOB, IDC_PAT_DOB, "IDC_PAT_DOB", DatePickerCtrl::ClassName, WS_TABSTOP},
     };
-    int row = 2;
-    for (const Row& r : left)
-        AddField(tpl, s, r.label, r.labelSymbol, r.text, r.field, r.fieldSymbol, r.className, L, row++, LW, FW, r.style);
+    AddColumn(tpl, s, left, L, 2, LW, FW);
     const Row right[] = {
         {IDC_PAT_GID_LABEL, "IDC_PAT_GID_LABEL", IDS_PATIENT_SSN, IDC_PAT_GID, "IDC_PAT_GID", Edit::ClassName, kEdit},
         {IDC_PAT_ALIAS_FIRST_LABEL, "IDC_PAT_ALIAS_FIRST_LABEL", IDS_PATIENT_ALIAS_FIRST, IDC_PAT_ALIAS_FIRST, "IDC_PAT_ALIAS_FIRST", Edit::ClassName, kEdit},
@@ -74,9 +84,7 @@ DialogTemplate DemographicsTemplate(const StringTable& s)
         {IDC_PAT_MAIDEN_NAME_LABEL, "IDC_PAT_MAIDEN_NAME_LABEL", IDS_PATIENT_MAIDEN_NAME, IDC_PAT_MAIDEN_NAME, "IDC_PAT_MAIDEN_NAME", Edit::ClassName, kEdit},
         {IDC_PAT_DOD_LABEL, "IDC_PAT_DOD_LABEL", IDS_PATIENT_DOD, IDC_PAT_DOD, "IDC_PAT_DOD", DateTimeEditCtrl::ClassName, WS_TABSTOP},
     };
-    row = 0;
-    for (const Row& r : right)
-        AddField(tpl, s, r.label, r.labelSymbol, r.text, r.field, r.fieldSymbol, r.className, R, row++, RW, RFW, r.style);
+    AddColumn(tpl, s, right, R, 0, RW, RFW);
     return tpl;
 }
 
@@ -98,10 +106,7 @@ DialogTemplate ContactTemplate(const StringTable& s)
         {IDC_CON_WORK_PHONE_LABEL, "IDC_CON_WORK_PHONE_LABEL", IDS_CONTACT_WORK_PHONE, IDC_CON_WORK_PHONE, "IDC_CON_WORK_PHONE", Edit::ClassName, kEdit},
         {IDC_CON_EMAIL_LABEL, "IDC_CON_EMAIL_LABEL", IDS_CONTACT_EMAIL, IDC_CON_EMAIL, "IDC_CON_EMAIL", Edit::ClassName, kEdit},
     };
-    int row = 2;
-    for (const Row& r : rows)
-        AddField(tpl, s, r.label, r.labelSymbol, r.text, r.field, r.fieldSymbol, r.className, L, row++, LW,
-                 r.className == ComboBox::ClassName ? FW / 2 + 20 : FW, r.style);
+    AddColumn(tpl, s, rows, L, 2, LW, FW, FW / 2 + 20);
     return tpl;
 }
 

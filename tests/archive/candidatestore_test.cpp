@@ -36,14 +36,7 @@ protected:
     std::string P(const std::string& org, const std::string& last, const std::string& first, const std::string& sex,
                   const std::string& dob, const std::string& gid = std::string())
     {
-        ArchiveBuilder::PatientFields s;
-        s.orgKey = org;
-        s.last = last;
-        s.first = first;
-        s.sex = sex;
-        s.dob = dob;
-        s.globalId = gid;
-        return Build().Patient(s);
+        return Build().Patient(org, "", last, first, sex, dob, gid);
     }
 
     void Rebuild() { CandidateStore(Db()).Rebuild(); }

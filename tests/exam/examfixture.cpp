@@ -34,14 +34,7 @@
 void ExamFixture::SetUp()
 {
     ArchiveFixture::SetUp();
-    ArchiveBuilder::PatientFields p;
-    p.orgKey = m_north;
-    p.mrn = "MRN100";
-    p.last = "Smith";
-    p.first = "Ann";
-    p.sex = "F";
-    p.dob = "19700101";
-    m_patient = Build().Patient(p);
+    m_patient = Build().Patient(m_north, "MRN100", "Smith", "Ann", "F", "19700101", "");
     m_otherPatient = Build().Patient(m_north, "MRN200", "Jones", "Bob", "M", "19800202", "");
     m_ctHead = Build().ExamCode("CTHEAD", "CT HEAD WITHOUT CONTRAST");
     Build().ExamCode("CTHEADW", "CT HEAD WITH CONTRAST");

@@ -44,14 +44,7 @@ void PatientFixture::TearDown()
 std::string PatientFixture::Patient(const std::string& orgKey, const std::string& mrn, const std::string& last,
                                     const std::string& first, const std::string& dob, const std::string& sex)
 {
-    ArchiveBuilder::PatientFields f;
-    f.orgKey = orgKey;
-    f.mrn = mrn;
-    f.last = last;
-    f.first = first;
-    f.dob = dob;
-    f.sex = sex;
-    return Build().Patient(f);
+    return Build().Patient(orgKey, mrn, last, first, sex, dob, "");
 }
 
 PatientDetailRecord PatientFixture::Read(const std::string& key)

@@ -58,11 +58,5 @@ std::string ArchiveFixture::Text(const std::string& sql)
 std::string ArchiveFixture::NorthPatient(const std::string& last, const std::string& first, const std::string& dob,
                                          const std::string& gid)
 {
-    ArchiveBuilder::PatientFields fields;
-    fields.orgKey = m_north;
-    fields.last = last;
-    fields.first = first;
-    fields.dob = dob;
-    fields.globalId = gid;
-    return Build().Patient(fields);
+    return Build().Patient(m_north, "", last, first, "M", dob, gid);
 }
