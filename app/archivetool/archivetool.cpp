@@ -1,5 +1,7 @@
 #include "archivetool.h"
 
+#include <SQLiteCpp/Exception.h>
+
 #include <archivebackup.h>
 #include <archivechecker.h>
 #include <archivedb.h>
@@ -267,6 +269,14 @@ int RunArchiveTool(const std::vector<std::string>& args, std::ostream& out, std:
         if (command == "backup")
             return Backup(path, args[2], out, err);
         return Check(path, out);
+    } catch (const SQLite::Exception& e) {
+        // The database's own words go to the log; the user reads why in plain words.
+        try {
+            ThrowDbFault(command.c_str(), e);
+        } catch (const std::exception& readable) {
+            err << "bravik-archive: " << readable.what() << "\n";
+        }
+        return 1;
     } catch (const std::exception& e) {
         err << "bravik-archive: " << e.what() << "\n";
         return 1;

@@ -5,6 +5,8 @@
 
 #include <server.h>
 
+#include <ace/Log_Msg.h>
+
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Exception.h>
 #include <sqlite3.h>
@@ -40,7 +42,7 @@ long long CopyPages(SQLite::Database& from, SQLite::Database& to, const ArchiveB
 {
     BackupHandle backup{sqlite3_backup_init(to.getHandle(), "main", from.getHandle(), "main")};
     if (!backup.handle)
-        Fail(sqlite3_errmsg(to.getHandle()));
+        ThrowDbFault("starting the backup", SQLite::Exception(to.getHandle()));
     auto busySince = std::chrono::steady_clock::now();
     for (;;) {
         const int rc = sqlite3_backup_step(backup.handle, pagesPerStep);
@@ -52,11 +54,9 @@ long long CopyPages(SQLite::Database& from, SQLite::Database& to, const ArchiveB
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
             continue;
         }
-        if (rc != SQLITE_OK && rc != SQLITE_DONE) {
-            if ((rc & 0xff) == SQLITE_CORRUPT || (rc & 0xff) == SQLITE_NOTADB)
-                throw Framework::Server(ArchiveFaultText::Damaged, ArchiveFaultText::DamagedCode);
-            Fail(sqlite3_errstr(rc));
-        }
+        // The database's own words go to the log; the caller gets a readable reason.
+        if (rc != SQLITE_OK && rc != SQLITE_DONE)
+            ThrowDbFault("copying pages", SQLite::Exception(sqlite3_errstr(rc), rc));
         busySince = std::chrono::steady_clock::now();
         if (progress)
             progress(copied, total);
@@ -69,8 +69,10 @@ void Verify(const std::string& copy)
 {
     SQLite::Database check(copy, SQLite::OPEN_READWRITE);
     const std::string verdict = check.execAndGet("PRAGMA quick_check").getString();
-    if (verdict != "ok")
-        Fail("the copy does not pass the quick check (" + verdict + ")");
+    if (verdict != "ok") {
+        ACE_DEBUG((LM_ERROR, "ArchiveBackup: the copy %s fails the quick check: %s\n", copy.c_str(), verdict.c_str()));
+        Fail("the copy is not sound. Check the archive with 'bravik-archive check' and try again");
+    }
 }
 
 } // namespace

@@ -316,6 +316,21 @@ int RefuseBrokenRule(const char* operation, const SQLite::Exception& e)
     return ArchiveResult::Conflict;
 }
 
+ReadTransaction::ReadTransaction(ArchiveDb& db)
+    : m_db(db)
+{
+    m_db.Handle().exec("SAVEPOINT read_transaction");
+}
+
+ReadTransaction::~ReadTransaction()
+{
+    try {
+        m_db.Handle().exec("RELEASE read_transaction");
+    } catch (...) {
+        // Nothing was written: there is nothing to keep.
+    }
+}
+
 WriteTransaction::WriteTransaction(ArchiveDb& db)
     : m_db(db)
 {

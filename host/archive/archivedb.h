@@ -128,6 +128,20 @@ private:
     bool m_open = false;
 };
 
+// A read transaction for the scope (nested in the caller's, if any): what is
+// read inside it is one state of the archive, and it keeps no one from writing.
+class BRAVIK_ARCHIVE_EXPORT ReadTransaction
+{
+public:
+    explicit ReadTransaction(ArchiveDb& db);
+    ~ReadTransaction();
+    ReadTransaction(const ReadTransaction&) = delete;
+    ReadTransaction& operator=(const ReadTransaction&) = delete;
+
+private:
+    ArchiveDb& m_db;
+};
+
 // Throws the framework's server exception with `what` as its description.
 [[noreturn]] BRAVIK_ARCHIVE_EXPORT void ThrowServerFault(const std::string& what);
 

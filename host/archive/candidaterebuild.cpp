@@ -29,37 +29,6 @@ struct Superseded
 {
 };
 
-// A read transaction: the rows read inside it are one snapshot of the
-// archive, and it keeps no workstation from writing.
-class ReadSnapshot
-{
-public:
-    explicit ReadSnapshot(ArchiveDb& db)
-        : m_db(db)
-    {
-        m_db.Handle().exec("BEGIN");
-    }
-    ~ReadSnapshot()
-    {
-        if (!m_open)
-            return;
-        try {
-            m_db.Handle().exec("ROLLBACK");
-        } catch (...) {
-            // Nothing was written: there is nothing to lose.
-        }
-    }
-    void End()
-    {
-        m_db.Handle().exec("COMMIT");
-        m_open = false;
-    }
-
-private:
-    ArchiveDb& m_db;
-    bool m_open = true;
-};
-
 // Whether commits on the connection wait for the log to reach the disk, for
 // the life of this object (they do again afterwards).
 class SyncAtCommit
@@ -188,7 +157,7 @@ bool CandidateRebuild::Ours()
 
 void CandidateRebuild::ReadSnapshot()
 {
-    ::ReadSnapshot snapshot(m_db);
+    ReadTransaction snapshot(m_db);
     m_cap = CandidateStore(m_db).BlockCap();
     ReadPeople();
     m_ignored.clear();
@@ -197,7 +166,6 @@ void CandidateRebuild::ReadSnapshot()
         m_ignored.emplace_back(i.getColumn(0).getString(), i.getColumn(1).getString());
     std::sort(m_ignored.begin(), m_ignored.end());
     i.reset();
-    snapshot.End();
 }
 
 // Two threads read half the rows each, on two connections. Their reads may
@@ -306,15 +274,17 @@ void CandidateRebuild::WritePairs()
     };
     std::sort(list.begin(), list.end(), [&](const auto& l, const auto& r) { return lowKey(l) < lowKey(r); });
 
-    const auto table = Column(m_db, "SELECT sql FROM sqlite_master WHERE type = 'table' AND name = 'candidate_pairs'");
     m_counts.clear();
     m_written = 0;
     for (size_t from = 0; from == 0 || from < list.size(); from += kRowsPerTransaction) {
         WriteTransaction tx(m_db);
         if (!Ours())
             throw Superseded();
-        if (from == 0)
+        if (from == 0) {
+            const auto table =
+                Column(m_db, "SELECT sql FROM sqlite_master WHERE type = 'table' AND name = 'candidate_pairs'");
             m_db.Exec(std::string("CREATE TABLE ") + kSide + " " + FromParenthesis(table.at(0)));
+        }
         SQLite::Statement st(m_db.Handle(), CandidatePairing::InsertSql(kSide));
         for (size_t i = from; i < std::min(list.size(), from + kRowsPerTransaction); ++i) {
             const Person& x = m_people[list[i].first >> 32];
@@ -336,17 +306,18 @@ void CandidateRebuild::Index()
 {
     // Sorting for an index may use a second thread.
     m_db.Exec("PRAGMA threads = 2");
-    std::vector<std::pair<std::string, std::string>> indexes;
-    {
-        SQLite::Statement q(m_db.Handle(), "SELECT name, sql FROM sqlite_master WHERE type = 'index' AND "
-                                           "tbl_name = 'candidate_pairs' AND sql IS NOT NULL");
-        while (q.executeStep())
-            indexes.emplace_back(q.getColumn(0).getString(), q.getColumn(1).getString());
-    }
-    for (const auto& [name, sql] : indexes) {
+    // The kept pairs' indexes are read inside each transaction that copies one.
+    for (size_t i = 0;; ++i) {
         WriteTransaction tx(m_db);
         if (!Ours())
             throw Superseded();
+        SQLite::Statement q(m_db.Handle(), "SELECT name, sql FROM sqlite_master WHERE type = 'index' AND "
+                                           "tbl_name = 'candidate_pairs' AND sql IS NOT NULL ORDER BY name LIMIT 1 OFFSET ?");
+        q.bind(1, static_cast<int64_t>(i));
+        if (!q.executeStep())
+            return;
+        const std::string name = q.getColumn(0).getString(), sql = q.getColumn(1).getString();
+        q.reset();
         m_db.Exec("CREATE INDEX " + OtherIndexName(name) + " ON " + kSide + FromParenthesis(sql));
         tx.Commit();
         ArchiveDb::LetOthersWrite();
@@ -389,9 +360,8 @@ CandidateRebuild::Outcome CandidateRebuild::Swap()
         count.reset();
     }
     ApplyChanges(changed);
-    m_db.Exec("UPDATE candidate_rebuild SET running = 0 WHERE id = 1");
-    m_db.Exec("DELETE FROM candidate_changes");
-    m_db.Exec("UPDATE candidate_state SET fresh = 1 WHERE id = 1");
+    StopNoting();
+    CandidateStore(m_db).MarkFresh();
     tx.Commit();
     return Outcome::Swapped;
 }
@@ -419,7 +389,13 @@ void CandidateRebuild::Release()
     if (!Ours())
         return;
     m_db.Exec(std::string("DROP TABLE IF EXISTS ") + kSide);
+    StopNoting();
+    tx.Commit();
+}
+
+// No rebuild under way: changes are no longer noted, and those noted go.
+void CandidateRebuild::StopNoting()
+{
     m_db.Exec("UPDATE candidate_rebuild SET running = 0 WHERE id = 1");
     m_db.Exec("DELETE FROM candidate_changes");
-    tx.Commit();
 }

@@ -47,6 +47,7 @@ private:
     Outcome Swap();
     void ApplyChanges(const std::vector<std::string>& changed);
     void Release();
+    void StopNoting();
     void Report(const char* what);
 
     ArchiveDb& m_db;

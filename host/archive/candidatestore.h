@@ -45,6 +45,9 @@ public:
     using Progress = std::function<void(int, int, const char*)>;
     long long Rebuild(const Progress& progress = Progress());
 
+    // Records that the pairs match the patients (inside the caller's transaction).
+    void MarkFresh();
+
     // The name one of the pairs' indexes has now: a rebuild gives each index
     // the other of two names, `name` and `name`_next.
     std::string IndexOfPairs(const std::string& name);
@@ -71,7 +74,6 @@ private:
     void Upsert(const CandidateRules::Person& x, const CandidateRules::Person& y, int rules);
     void ClearRule(const CandidateRules::Person& x, const CandidateRules::Person& y, int rule);
     void RemovePairsOf(const std::string& key);
-    void MarkFresh();
 
     ArchiveDb& m_db;
 };

@@ -152,29 +152,6 @@ int CompareNoCase(const std::string& x, const std::string& y)
     return x.size() == y.size() ? 0 : (x.size() < y.size() ? -1 : 1);
 }
 
-// A read transaction (nested in the caller's, if any) for the scope.
-class ReadSnapshot
-{
-public:
-    explicit ReadSnapshot(ArchiveDb& db)
-        : m_db(db)
-    {
-        m_db.Handle().exec("SAVEPOINT candidate_search");
-    }
-    ~ReadSnapshot()
-    {
-        try {
-            m_db.Handle().exec("RELEASE candidate_search");
-        } catch (...) {
-        }
-    }
-    ReadSnapshot(const ReadSnapshot&) = delete;
-    ReadSnapshot& operator=(const ReadSnapshot&) = delete;
-
-private:
-    ArchiveDb& m_db;
-};
-
 // One matching pair as the sides' indexes give it: its row and its sort
 // names, folded as the NOCASE collation folds them and joined by a NUL, so
 // plain byte order is the order of last name, then first name.
@@ -363,7 +340,7 @@ int IndexedCandidateSearch::Find(const CandidateCriteria& c, std::vector<Candida
     return GuardDb("candidate search", [&] {
         // The count and the rows come from several statements: one read
         // snapshot keeps them in agreement while others write.
-        ReadSnapshot snapshot(m_db);
+        ReadTransaction snapshot(m_db);
         auto bindAll = [](SQLite::Statement& q, const std::vector<std::string>& binds) {
             int i = 1;
             for (const auto& v : binds)

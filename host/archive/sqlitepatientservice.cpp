@@ -95,6 +95,8 @@ std::vector<SqlitePatientService::Row> SqlitePatientService::GroupMembers(const 
 
 int SqlitePatientService::ReadPatient(const std::string& key, PatientDetailRecord& record)
 {
+    // The row and its version as of one moment.
+    ReadTransaction together(m_ctx.Db());
     auto& q = m_ctx.Db().Prepare(PatientRow::Select() + "WHERE p.patient_key = ?");
     q.bind(1, key);
     const bool found = q.executeStep();
@@ -243,8 +245,9 @@ int SqlitePatientService::CreatePatient(PatientDetailRecord* record, ACE_CString
         db.Write(st);
         candidates.After(kept, {key});
         m_ctx.Log().Audit(m_ctx.User(), key, AuditEvent::PatientCreated);
-        tx.Commit();
+        // The version the save gave it, read before another save can change it.
         PatientSaveChecks::ReadVersion(db, key, *record);
+        tx.Commit();
         newPatientKey = key.c_str();
         return ArchiveResult::Ok;
     });
@@ -298,8 +301,8 @@ int SqlitePatientService::ModifyPatient(PatientDetailRecord* record)
         }
         candidates.After(kept);
         m_ctx.Log().Audit(m_ctx.User(), row.key, AuditEvent::PatientModified);
-        tx.Commit();
         PatientSaveChecks::ReadVersion(db, row.key, *record);
+        tx.Commit();
         return ArchiveResult::Ok;
     });
 }

@@ -39,6 +39,9 @@ BOOL DialogFooter::CreateButtons()
     ScreenToClient(rc);
     m_btnCancel.setObjectName(QStringLiteral("IDCANCEL"));
     m_btnCancel.Create(m_strCancel, this, IDCANCEL, rc);
+    // Enter means OK even with Cancel focused: it never throws away what the
+    // user composed (Esc or a click on Cancel does that on purpose).
+    m_btnCancel.setAutoDefault(false);
     m_btnCancel.SetFont(DrawMaster::GetNormalFont());
     RouteCommands(m_btnCancel);
     return TRUE;

@@ -84,9 +84,6 @@ BOOL MergePatientsDlg::OnInitDialog()
         m_pFooter->RecalcLayout(CRect(0, 0, m_pFooter->width(), m_pFooter->height()));
         // Nothing is merged before every choice is made.
         m_pFooter->GetOKButton().EnableWindow(FALSE);
-        // Enter always means the merge button (which asks first), even with
-        // Cancel focused: it never throws the user's choices away.
-        m_pFooter->GetCancelButton().setAutoDefault(false);
     }
 
     if (m_pImpl) {

@@ -173,6 +173,8 @@ void CLinkPatientImpl::BeginEditMRN(int row)
     if (!RecordAt(row))
         return;
     m_nEditRow = row;
+    m_strEditOriginal = m_pList->GetSubItemAt(row, COL_MRN)->GetText();
+    m_bIdentityChangedBefore = m_bIdentityChanged;
     m_pEditor = new CEdit(m_pList->viewport());
     m_pEditor->setObjectName(QStringLiteral("IDC_LINKS_MRN_EDIT"));
     SetDlgCtrlID(m_pEditor, IDC_LINKS_MRN_EDIT);
@@ -214,6 +216,11 @@ void CLinkPatientImpl::EndEditMRN(bool keep)
         static_cast<ListTextSubItem*>(m_pList->GetSubItemAt(row, COL_MRN))->SetText(text);
         record->SetPatientID(text.GetString());
         m_pList->UpdateItem(row);
+    } else if (IsPatientItself(record)) {
+        // Escape: the patient's own MRN, which followed each key, goes back.
+        m_bIdentityChanged = m_bIdentityChangedBefore;
+        m_pPatient->SetPatientID(m_strEditOriginal.GetString());
+        m_publisher.Publish(PatientDemographicsImpl::PUBLISH_LINKED_MRN, IDC_LINKS_MRN_EDIT, m_strEditOriginal.GetString());
     }
     editor->hide();
     editor->deleteLater();

@@ -81,6 +81,9 @@ private:
     PatientDetailRecord* m_pRemoved = nullptr;
     bool m_bRemoved = false;
     bool m_bIdentityChanged = false;
+    // The MRN cell as it was when its edit began, and whether the identity had changed.
+    CString m_strEditOriginal;
+    bool m_bIdentityChangedBefore = false;
     ListCtrlEx* m_pList = nullptr;
     CEdit* m_pEditor = nullptr;
     int m_nEditRow = -1;

@@ -16,6 +16,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QTest>
+
 namespace {
 
 class LinksTest : public PatientFixture
@@ -207,6 +209,25 @@ TEST_F(LinksTest, EditingThePatientsOwnMrnPublishesKindThreeAndTheFormFollows)
     ASSERT_FALSE(recorder.kinds.empty());
     EXPECT_EQ(PatientDemographicsImpl::PUBLISH_LINKED_MRN, recorder.kinds.back());
     EXPECT_STREQ("N-2", Read(north).GetPatientID().c_str());
+}
+
+TEST_F(LinksTest, EscapeInThePatientsOwnMrnPutsItBack)
+{
+    Group({north, south});
+    const std::string before = Read(north).GetPatientID().c_str();
+    EXPECT_EQ(IDOK, Run(north, [&](PatientForm& f) {
+        ASSERT_TRUE(f.EditLinkedMRN(0, "N-2"));
+        EXPECT_EQ(CString("N-2"), f.Text(IDC_PAT_MRN));
+        QTest::keyClick(f.Links().GetMRNEditor()->editor(), Qt::Key_Escape);
+        EXPECT_EQ(nullptr, f.Links().GetMRNEditor());
+        EXPECT_FALSE(f.Dialog().HasEnded()) << "Escape ends the cell's edit, not the dialog";
+        EXPECT_FALSE(f.Links().HasIdentityChanged());
+        EXPECT_EQ(CString(before.c_str()), f.LinkedCell(0, CLinkPatientImpl::COL_MRN));
+        EXPECT_EQ(CString(before.c_str()), f.Text(IDC_PAT_MRN));
+        EXPECT_EQ(CString(("MRN: " + before).c_str()), f.HeaderLines()[0]);
+        f.ClickOK();
+    }));
+    EXPECT_EQ(before, Read(north).GetPatientID().c_str());
 }
 
 TEST_F(LinksTest, AClearedLinkedMrnBlocksTheSave)

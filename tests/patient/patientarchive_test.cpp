@@ -13,6 +13,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QPushButton>
+#include <QTest>
+
 namespace {
 
 class PatientArchiveTest : public PatientFixture
@@ -27,6 +30,20 @@ protected:
         return other;
     }
 };
+
+// Enter with the footer's Cancel focused still means OK: what was typed is saved.
+TEST_F(PatientArchiveTest, EnterOnAFocusedCancelSavesInsteadOfThrowingTheChangesAway)
+{
+    const std::string key = Patient(m_north, "N-1", "Berg", "Ola");
+    EXPECT_EQ(IDOK, Edit(key, [&](PatientForm& f) {
+        f.Type(IDC_PAT_MIDDLE, "K");
+        auto* cancel = f.Dialog().findChild<QPushButton*>(QStringLiteral("IDCANCEL"));
+        ASSERT_NE(nullptr, cancel);
+        cancel->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(cancel, Qt::Key_Return);
+    }));
+    EXPECT_STREQ("K", Read(key).GetMiddleName().c_str());
+}
 
 TEST_F(PatientArchiveTest, ASaveRefusedBecauseTheMrnIsTakenShowsWhyAndChangesNothing)
 {
